@@ -1,0 +1,75 @@
+// The command table: the one place that names the commands and their entry routines. A new command is one row
+// here and one file in commands/.
+
+#pragma once
+
+// The order is the one that "help", "--list", "--install" and "--uninstall" show; scripts see it. READY rows
+// have their command; a PENDING row says so when it is called.
+#define GARNEL_TOOLS(READY, PENDING) \
+    READY("cat", gn_cat)             \
+    PENDING("chmod", gn_chmod)       \
+    PENDING("chown", gn_chown)       \
+    PENDING("chgrp", gn_chgrp)       \
+    PENDING("chroot", gn_chroot)     \
+    PENDING("cmp", gn_cmp)           \
+    PENDING("cp", gn_cp)             \
+    PENDING("cpio2", gn_cpio2)       \
+    PENDING("dd", gn_dd)             \
+    PENDING("df", gn_df)             \
+    READY("echo", gn_echo)           \
+    PENDING("env", gn_env)           \
+    READY("false", gn_false)         \
+    PENDING("format", gn_format)     \
+    PENDING("hd", gn_hd)             \
+    PENDING("head", gn_head)         \
+    PENDING("hostname", gn_hostname) \
+    PENDING("ln", gn_ln)             \
+    PENDING("ls", gn_ls)             \
+    PENDING("mkdir", gn_mkdir)       \
+    PENDING("mknod", gn_mknod)       \
+    PENDING("mktemp", gn_mktemp)     \
+    PENDING("mv", gn_mv)             \
+    PENDING("nslookup", gn_nslookup) \
+    PENDING("pwd", gn_pwd)           \
+    PENDING("readlink", gn_readlink) \
+    PENDING("realpath", gn_realpath) \
+    PENDING("rm", gn_rm)             \
+    PENDING("rmdir", gn_rmdir)       \
+    READY("seq", gn_seq)             \
+    READY("sleep", gn_sleep)         \
+    PENDING("sort", gn_sort)         \
+    PENDING("stat", gn_stat)         \
+    PENDING("stty", gn_stty)         \
+    PENDING("su", gn_su)             \
+    PENDING("sync", gn_sync)         \
+    PENDING("tail", gn_tail)         \
+    PENDING("test", gn_test)         \
+    PENDING("[", gn_brace)           \
+    PENDING("time", gn_time)         \
+    PENDING("touch", gn_touch)       \
+    PENDING("tree", gn_tree)         \
+    READY("true", gn_true)           \
+    PENDING("truncate", gn_truncate) \
+    PENDING("tee", gn_tee)           \
+    PENDING("tty", gn_tty)           \
+    PENDING("umount", gn_umount)     \
+    PENDING("watch", gn_watch)       \
+    PENDING("wc", gn_wc)             \
+    PENDING("which", gn_which)       \
+    READY("yes", gn_yes)             \
+    PENDING("uname", gn_uname)       \
+    PENDING("arch", gn_arch)
+
+// An entry routine takes the arguments behind the command's name (argv[0] is the first of them) and returns
+// the exit status.
+#define GARNEL_DECLARE(name, entry) int entry(int argc, char** argv);
+GARNEL_TOOLS(GARNEL_DECLARE, GARNEL_DECLARE)
+#undef GARNEL_DECLARE
+
+struct u_tool {
+    const char* name;
+    int (*entry)(int argc, char** argv);
+};
+
+// The rows in order, closed by one whose name is null.
+extern const u_tool u_tools[];

@@ -1,0 +1,43 @@
+# garnel::base carries what every library and the executable are compiled with.
+
+add_library(garnel_base INTERFACE)
+add_library(garnel::base ALIAS garnel_base)
+target_include_directories(garnel_base INTERFACE ${CMAKE_SOURCE_DIR})
+target_compile_definitions(garnel_base INTERFACE _FILE_OFFSET_BITS=64)
+target_compile_options(garnel_base INTERFACE
+  -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wformat=2 -Werror
+  # Threads do not exist here, so local statics need no guards from the C++ run-time library.
+  -fno-exceptions -fno-rtti -fno-threadsafe-statics)
+
+if(CMAKE_BUILD_TYPE STREQUAL "Release")
+  # Only what is reached is linked, and no unwind tables are loaded: the executable stays small, and fewer
+  # pages are touched before main.
+  target_compile_options(garnel_base INTERFACE
+    -ffunction-sections -fdata-sections -fno-asynchronous-unwind-tables -fno-unwind-tables -fno-plt)
+endif()
+
+if(GARNEL_SANITIZE)
+  set(sanitizers -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
+  target_compile_options(garnel_base INTERFACE ${sanitizers})
+  target_link_options(garnel_base INTERFACE ${sanitizers})
+endif()
+
+# What the executable is linked with: the C library alone.
+function(garnel_link_options target)
+  if(NOT CMAKE_BUILD_TYPE STREQUAL "Release")
+    return()
+  endif()
+  target_link_options(${target} PRIVATE -Wl,--gc-sections -Wl,--build-id=none)
+  if(CMAKE_TOOLCHAIN_FILE)
+    # One segment less to map, and no second mprotect before main.
+    target_link_options(${target} PRIVATE -Wl,-z,noseparate-code -Wl,-z,norelro)
+  else()
+    # g++ would add the C++ and mathematics libraries by itself.
+    target_link_options(${target} PRIVATE -nodefaultlibs)
+    target_link_libraries(${target} PRIVATE -lc -lgcc)
+  endif()
+  # The symbols stay beside the executable, for debuggers and for ./dev lint.
+  add_custom_command(TARGET ${target} POST_BUILD
+    COMMAND ${CMAKE_COMMAND} -E copy $<TARGET_FILE:${target}> $<TARGET_FILE:${target}>.symbols
+    COMMAND ${CMAKE_STRIP} $<TARGET_FILE:${target}>)
+endfunction()

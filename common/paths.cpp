@@ -1,0 +1,55 @@
+#include "common/paths.h"
+
+#include <cstdlib>
+#include <cstring>
+#include <string_view>
+
+#include <unistd.h>
+
+#include "common/text.h"
+
+namespace {
+
+bool is_separator(char c) {
+    return c == '/' || c == '\\';
+}
+
+}  // namespace
+
+char* gn_joinpath(const char* dir, const char* name) {
+    size_t size = strlen(dir);
+    if (is_separator(name[0]) || size == 0) return strdup(name);
+    return concatenate({{dir, size}, {"/", is_separator(dir[size - 1]) ? size_t{0} : size_t{1}}, name});
+}
+
+char* gn_substlink(const char* linkpath, const char* target) {
+    const char* slash = strrchr(linkpath, '/');
+    if (is_separator(target[0]) || slash == nullptr) return strdup(target);
+    return concatenate({{linkpath, static_cast<size_t>(slash + 1 - linkpath)}, target});
+}
+
+char* gn_mkabs(const char* path) {
+    return realpath_wrap(path, nullptr);
+}
+
+void gn_normalize_separators(char* path) {
+    while ((path = strchr(path, '\\')) != nullptr) *path = '/';
+}
+
+const char* base_name(const char* path) {
+    const char* separator = strrchr(path, '/');
+    if (separator == nullptr) separator = strrchr(path, '\\');
+    return separator == nullptr ? path : separator + 1;
+}
+
+int symlink_wrap(const char* target, const char* linkpath) {
+    return symlink(target, linkpath);
+}
+
+int link_wrap(const char* from, const char* to) {
+    return link(from, to);
+}
+
+char* realpath_wrap(const char* path, char* resolved) {
+    return realpath(path, resolved);
+}

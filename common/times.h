@@ -1,0 +1,14 @@
+// Time stamps as texts.
+
+#pragma once
+
+#include <cstdio>
+#include <ctime>
+
+// Prints a time stamp as "YYYY-MM-DD hh:mm:ss.nnnnnnnnn" in UTC or local time; "-" for second 0 of the epoch
+// and for a time that no calendar holds. Returns fprintf's result.
+int gn_print_timespec(FILE* stream, const timespec* time, bool utc);
+
+// The broken-down time in UTC and in local time: 0, or -1 when the year does not fit.
+[[nodiscard]] int gmtime_wrap(const time_t* time, tm* broken_down);
+[[nodiscard]] int localtime_wrap(const time_t* time, tm* broken_down);

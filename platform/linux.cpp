@@ -1,0 +1,193 @@
+// Linux.
+
+#include <cerrno>
+#include <cstring>
+#include <ctime>
+
+#include <fcntl.h>
+#include <sys/ioctl.h>
+#include <sys/stat.h>
+#include <sys/syscall.h>
+#include <sys/sysmacros.h>
+#include <sys/uio.h>
+#include <unistd.h>
+
+#include "platform/platform.h"
+
+uint32_t TickGetCount() {
+    timespec now{};
+    clock_gettime(CLOCK_MONOTONIC, &now);
+    return static_cast<uint32_t>(static_cast<uint64_t>(now.tv_sec) * 1000 +
+                                 static_cast<uint64_t>(now.tv_nsec) / 1000000);
+}
+
+void TickSleep(uint32_t milliseconds) {
+    timespec left{static_cast<time_t>(milliseconds / 1000), static_cast<long>(milliseconds % 1000) * 1000000};
+    while (clock_nanosleep(CLOCK_MONOTONIC, 0, &left, &left) == EINTR) {
+    }
+}
+
+namespace platform {
+
+namespace {
+
+// Linux lets an unprivileged pipe grow to this size by default (/proc/sys/fs/pipe-max-size).
+constexpr int large_pipe = 1 << 20;
+
+// Large enough to make the calls rare, small enough to stay interruptible.
+constexpr size_t copy_step = size_t{1} << 30;
+
+// Repeats a copying call while it makes progress.
+template <typename Copy>
+void repeat(Copy copy) {
+    for (;;) {
+        ssize_t count = copy();
+        if (count == 0 || (count < 0 && errno != EINTR)) return;
+    }
+}
+
+}  // namespace
+
+bool terminal_size(int fd, unsigned* columns, unsigned* rows) {
+    winsize size{};
+    if (ioctl(fd, TIOCGWINSZ, &size) != 0) return false;
+    *columns = size.ws_col;
+    *rows = size.ws_row;
+    return true;
+}
+
+void enlarge_pipe(int fd) {
+    (void)fcntl(fd, F_SETPIPE_SZ, large_pipe);
+}
+
+void copy_in_system(int in, int out) {
+    struct stat in_stat, out_stat;
+    if (fstat(in, &in_stat) != 0 || fstat(out, &out_stat) != 0) return;
+    if (S_ISFIFO(in_stat.st_mode) || S_ISFIFO(out_stat.st_mode)) {
+        if (S_ISFIFO(out_stat.st_mode)) enlarge_pipe(out);
+        repeat([&] { return splice(in, nullptr, out, nullptr, copy_step, SPLICE_F_MOVE); });
+    } else if (S_ISREG(in_stat.st_mode) && S_ISREG(out_stat.st_mode)) {
+        repeat([&] { return copy_file_range(in, nullptr, out, nullptr, copy_step, 0); });
+    }
+}
+
+ptrdiff_t lend_to_pipe(int pipe, const void* data, size_t size) {
+    iovec part{const_cast<void*>(data), size};
+    return vmsplice(pipe, &part, 1, 0);
+}
+
+namespace {
+
+// statx(2) and getdents64(2) with their records as the kernel lays them out: musl declares neither of them in
+// the version that we build with.
+struct KernelTime {
+    int64_t seconds;
+    uint32_t nanoseconds;
+    int32_t reserved;
+};
+
+struct KernelStatus {
+    uint32_t mask;
+    uint32_t block_size;
+    uint64_t attributes;
+    uint32_t links;
+    uint32_t user;
+    uint32_t group;
+    uint16_t mode;
+    uint16_t reserved;
+    uint64_t inode;
+    uint64_t size;
+    uint64_t blocks;
+    uint64_t attributes_mask;
+    KernelTime access;
+    KernelTime birth;
+    KernelTime change;
+    KernelTime modification;
+    uint32_t device_represented_major;
+    uint32_t device_represented_minor;
+    uint32_t device_major;
+    uint32_t device_minor;
+    uint64_t unused[14];
+};
+static_assert(sizeof(KernelStatus) == 256);
+
+constexpr unsigned basic_status = 0x7ff;  // STATX_BASIC_STATS
+constexpr unsigned birth_time = 0x800;    // STATX_BTIME
+
+struct KernelEntry {
+    uint64_t inode;
+    int64_t offset;
+    uint16_t size;
+    uint8_t type;
+    char name[1];
+};
+
+timespec to_timespec(const KernelTime& time) {
+    return {static_cast<time_t>(time.seconds), static_cast<long>(time.nanoseconds)};
+}
+
+void to_stat(const KernelStatus& from, struct stat* status) {
+    *status = {};
+    status->st_dev = makedev(from.device_major, from.device_minor);
+    status->st_ino = from.inode;
+    status->st_mode = from.mode;
+    status->st_nlink = from.links;
+    status->st_uid = from.user;
+    status->st_gid = from.group;
+    status->st_rdev = makedev(from.device_represented_major, from.device_represented_minor);
+    status->st_size = static_cast<off_t>(from.size);
+    status->st_blksize = static_cast<blksize_t>(from.block_size);
+    status->st_blocks = static_cast<blkcnt_t>(from.blocks);
+    status->st_atim = to_timespec(from.access);
+    status->st_mtim = to_timespec(from.modification);
+    status->st_ctim = to_timespec(from.change);
+}
+
+}  // namespace
+
+bool file_status(int dir, const char* name, Links links, struct stat* status, timespec* birth) {
+    const int link_flag = links == Links::keep ? AT_SYMLINK_NOFOLLOW : 0;
+    static bool statx_refused = false;
+    if (!statx_refused) {
+        KernelStatus found;
+        // Looking at a mount point must not mount anything, with statx as with fstatat.
+        if (syscall(SYS_statx, dir, name, link_flag | AT_NO_AUTOMOUNT, basic_status | birth_time, &found) ==
+            0) {
+            to_stat(found, status);
+            if (birth != nullptr)
+                *birth = (found.mask & birth_time) != 0 ? to_timespec(found.birth) : timespec{};
+            return true;
+        }
+        // Old kernels do not know it, and some sandboxes forbid it.
+        if (errno != ENOSYS && errno != EPERM) return false;
+    }
+    if (birth != nullptr) *birth = {};
+    if (fstatat(dir, name, status, link_flag) != 0) return false;
+    statx_refused = true;
+    return true;
+}
+
+int open_passage(int dir, const char* path) {
+    return openat(dir, path, O_PATH | O_DIRECTORY | O_CLOEXEC);
+}
+
+DirectoryNames::DirectoryNames(int dir) : dir_(dir) {
+    lseek(dir, 0, SEEK_SET);
+}
+
+const char* DirectoryNames::next() {
+    if (position_ == filled_) {
+        errno = 0;
+        const long count = syscall(SYS_getdents64, dir_, buffer_, sizeof buffer_);
+        if (count <= 0) return nullptr;
+        position_ = 0;
+        filled_ = static_cast<size_t>(count);
+    }
+    const char* entry = buffer_ + position_;
+    uint16_t size;
+    memcpy(&size, entry + offsetof(KernelEntry, size), sizeof size);
+    position_ += size;
+    return entry + offsetof(KernelEntry, name);
+}
+
+}  // namespace platform

@@ -1,0 +1,65 @@
+// What the toolbox needs from a system beyond ISO C and POSIX. A port replaces the source beside this header
+// (linux.cpp) and touches nothing else.
+
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+
+struct iovec;
+struct stat;
+struct timespec;
+
+// A counter of milliseconds that only moves forward; its start is arbitrary and it wraps after about 49 days.
+[[nodiscard]] uint32_t TickGetCount();
+
+// Sleeps for at least the given number of milliseconds, however often a signal handler interrupts it.
+void TickSleep(uint32_t milliseconds);
+
+namespace platform {
+
+// Asks the terminal on a descriptor for its window size in characters. False when it is no terminal.
+[[nodiscard]] bool terminal_size(int fd, unsigned* columns, unsigned* rows);
+
+// Raises the capacity of a pipe as far as the system lets an ordinary user. Nothing happens when the
+// descriptor is no pipe or the system refuses: this only saves switches between writer and reader.
+void enlarge_pipe(int fd);
+
+// Copies from one descriptor to another inside the system, without the data passing through this process, and
+// moves both file offsets on. It goes as far as the system can with this pair and reports nothing: the caller
+// goes on with an ordinary read and write loop from the present offsets, which finds the end of the input, or
+// meets the error again.
+void copy_in_system(int in, int out);
+
+// Hands the bytes of constant memory to a pipe without copying them: the memory must never change afterwards,
+// as the reader sees it later. Returns the number of bytes taken (fewer than asked for is usual), or -1 with
+// errno; EINVAL and EBADF also when the descriptor is no pipe.
+[[nodiscard]] ptrdiff_t lend_to_pipe(int pipe, const void* data, size_t size);
+
+// What a symbolic link in the last place of a path stands for: its target or itself.
+enum class Links { follow, keep };
+
+// The status of the file name as seen from the open directory dir (AT_FDCWD: the current one), and when it
+// came into being (zero where the file system does not keep that; birth may be null). False with errno.
+[[nodiscard]] bool file_status(int dir, const char* name, Links links, struct stat* status, timespec* birth);
+
+// Opens a directory for nothing but going on from it, which needs no right to read it. -1 with errno.
+[[nodiscard]] int open_passage(int dir, const char* path);
+
+// Delivers the names in an open directory, in the system's order, from the first one on; in larger steps than
+// readdir, so that the system is seldom asked.
+class DirectoryNames {
+  public:
+    explicit DirectoryNames(int dir);
+
+    // The next name, valid until the next call. Null at the end with errno 0, or for a read error with errno.
+    [[nodiscard]] const char* next();
+
+  private:
+    int dir_;
+    size_t position_ = 0;
+    size_t filled_ = 0;
+    alignas(8) char buffer_[size_t{1} << 16];
+};
+
+}  // namespace platform
