@@ -59,9 +59,11 @@ void print_numbered(Copy& copy, const char* data, size_t size) {
     }
 }
 
-void _gn_cat_doit(Copy& copy, int fd) {
+// Copies an open file; returns what the last read returned.
+ssize_t _gn_cat_doit(Copy& copy, int fd) {
     if (!copy.number_lines) platform::copy_in_system(fd, STDOUT_FILENO);
-    for (ssize_t count; (count = read(fd, copy.buffer, copy.size)) > 0;) {
+    ssize_t count = 0;
+    while ((count = read(fd, copy.buffer, copy.size)) > 0) {
         auto size = static_cast<size_t>(count);
         if (copy.number_lines) {
             print_numbered(copy, copy.buffer, size);
@@ -69,16 +71,30 @@ void _gn_cat_doit(Copy& copy, int fd) {
             gn_full_write(STDOUT_FILENO, copy.buffer, size);
         }
     }
+    return count;
 }
 
-// Copying a file behind itself would go on until the disk is full.
-bool is_output_ahead(int fd, const struct stat& file) {
-    struct stat out;
-    if (fstat(STDOUT_FILENO, &out) != 0 || out.st_dev != file.st_dev || out.st_ino != file.st_ino)
+// Copying a file behind itself would go on until the disk is full, and numbers alone push the output there.
+bool is_output_ahead(const Copy& copy, int fd) {
+    struct stat in, out;
+    if (fstat(fd, &in) != 0 || !S_ISREG(in.st_mode) || fstat(STDOUT_FILENO, &out) != 0) return false;
+    if (out.st_dev != in.st_dev || out.st_ino != in.st_ino) return false;
+    const int flags = fcntl(STDOUT_FILENO, F_GETFL);
+    if ((flags & O_ACCMODE) == O_RDONLY)
+        return false;  // with standard output closed, the file took its place
+    const off_t write_at = (flags & O_APPEND) != 0 ? out.st_size : lseek(STDOUT_FILENO, 0, SEEK_CUR);
+    const off_t read_at = lseek(fd, 0, SEEK_CUR);
+    return read_at < in.st_size && (read_at < write_at || (copy.number_lines && read_at == write_at));
+}
+
+// Copies what is open under a name. False after a message.
+bool copy_open(Copy& copy, int fd, const char* name) {
+    if (is_output_ahead(copy, fd)) {
+        cli::error("cat: %s: input file is output file\n", name);
         return false;
-    bool appends = (fcntl(STDOUT_FILENO, F_GETFL) & O_APPEND) != 0;
-    off_t write_at = appends ? out.st_size : lseek(STDOUT_FILENO, 0, SEEK_CUR);
-    return S_ISREG(file.st_mode) && lseek(fd, 0, SEEK_CUR) < write_at;
+    }
+    _gn_cat_doit(copy, fd);
+    return true;
 }
 
 // False after a message.
@@ -93,12 +109,7 @@ bool copy_file(Copy& copy, const char* name) {
         cli::error("cat: %s: Not a regular file nor a character device\n", name);
         return false;
     }
-    if (is_output_ahead(file.get(), status)) {
-        cli::error("cat: %s: input file is output file\n", name);
-        return false;
-    }
-    _gn_cat_doit(copy, file.get());
-    return true;
+    return copy_open(copy, file.get(), name);
 }
 
 }  // namespace
@@ -120,13 +131,9 @@ int gn_cat(int argc, char** argv) {
     }
 
     bool ok = true;
-    if (argc == 0) _gn_cat_doit(copy, STDIN_FILENO);
+    if (argc == 0) ok &= copy_open(copy, STDIN_FILENO, "-");
     for (const char* name : std::span(argv, static_cast<size_t>(argc))) {
-        if (strcmp(name, "-") == 0) {
-            _gn_cat_doit(copy, STDIN_FILENO);
-        } else {
-            ok &= copy_file(copy, name);
-        }
+        ok &= strcmp(name, "-") == 0 ? copy_open(copy, STDIN_FILENO, name) : copy_file(copy, name);
     }
     if (trailing_newline) output::write("\n");
     return ok ? 0 : 1;

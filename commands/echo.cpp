@@ -35,6 +35,19 @@ constexpr const char* usage[] = {
     "   \\xHH   byte with hexadecimal value HH (exactly 2 digits)\n",
 };
 
+// Writes what a buffer holds, NUL bytes included.
+void gn_echo_flush(const char* buffer, int, int count) {
+    output::write({buffer, static_cast<size_t>(count)});
+}
+
+// Adds a byte to a buffer, which is written when that has filled it.
+void gn_echo_put(char* buffer, int capacity, int* count, char byte) {
+    buffer[(*count)++] = byte;
+    if (*count != capacity) return;
+    gn_echo_flush(buffer, capacity, *count);
+    *count = 0;
+}
+
 // Reads the two digits behind the 'x' that *position points at, and moves on to the last of them. False, with
 // nothing changed, when they are not two hexadecimal digits.
 bool gn_echo_hex(const char** position, char* byte) {
@@ -62,21 +75,36 @@ char single_byte_escape(char letter) {
     }
 }
 
-void print_interpreted(const char* text) {
-    for (;;) {
-        size_t plain = strcspn(text, "\\");
-        output::write({text, plain});
-        text += plain;
-        if (text[0] == '\0' || text[1] == '\0') return;
-
-        text++;
-        char byte = single_byte_escape(*text);
-        if (byte != 0 || (*text == 'x' && gn_echo_hex(&text, &byte))) {
-            output::write({&byte, 1});
-        } else {
-            output::write({text - 1, 2});
+// The operands with one space between any two, escapes replaced.
+void print_interpreted(std::span<char*> operands) {
+    constexpr int capacity = 4096;
+    char buffer[capacity];
+    int count = 0;
+    auto put = [&](char byte) { gn_echo_put(buffer, capacity, &count, byte); };
+    for (size_t i = 0; i < operands.size(); i++) {
+        if (i != 0) put(' ');
+        for (const char* text = operands[i]; *text != '\0'; text++) {
+            if (*text != '\\') {
+                put(*text);
+                continue;
+            }
+            text++;
+            if (*text == '\0') break;
+            char byte = single_byte_escape(*text);
+            if (byte == 0 && (*text != 'x' || !gn_echo_hex(&text, &byte))) {
+                put('\\');
+                byte = *text;
+            }
+            put(byte);
         }
-        text++;
+    }
+    gn_echo_flush(buffer, capacity, count);
+}
+
+void print_as_they_are(std::span<char*> operands) {
+    for (size_t i = 0; i < operands.size(); i++) {
+        if (i != 0) output::write(" ");
+        output::write(operands[i]);
     }
 }
 
@@ -97,16 +125,7 @@ int gn_echo(int argc, char** argv) {
         }
     }
 
-    const char* space = "";
-    for (const char* operand : std::span(argv, static_cast<size_t>(argc))) {
-        output::write(space);
-        space = " ";
-        if (interpret) {
-            print_interpreted(operand);
-        } else {
-            output::write(operand);
-        }
-    }
+    (interpret ? print_interpreted : print_as_they_are)(std::span(argv, static_cast<size_t>(argc)));
     if (newline) output::write("\n");
     return 0;
 }

@@ -27,7 +27,7 @@ constexpr const char* usage[] = {
 };
 
 struct Options {
-    const char* format = nullptr;
+    char* format = nullptr;
     std::string_view separator = "\n";
     bool equal_width = false;
     uint64_t first = 1;
@@ -40,8 +40,9 @@ enum class Argument { none, as_int, as_long, as_long_long };
 
 // Decides whether a format may go to printf with a number: every '%' must be a "%%", or the one conversion of
 //     % [-+ #0']* [digits] [. [digits]] [hh | h | l | ll | j | z | t] (d | i | u | o | x | X | c)
-// Everything else would have printf look for arguments that are not there.
-bool accept_format(const char* format, Argument* argument) {
+// Everything else would have printf look for arguments that are not there. A length in front of a 'c', on which C
+// libraries do not agree, is taken out.
+bool accept_format(char* format, Argument* argument) {
     *argument = Argument::none;
     constexpr const char* digits = "0123456789";
     while ((format = strchr(format, '%')) != nullptr) {
@@ -56,6 +57,7 @@ bool accept_format(const char* format, Argument* argument) {
         format += strspn(format, digits);
         if (*format == '.') format += 1 + strspn(format + 1, digits);
 
+        char* length = format;
         *argument = Argument::as_int;
         if (strncmp(format, "ll", 2) == 0 || *format == 'j') {
             *argument = Argument::as_long_long;
@@ -67,6 +69,11 @@ bool accept_format(const char* format, Argument* argument) {
             format += format[1] == 'h' ? 2 : 1;
         }
         if (*format == '\0' || strchr("diuoxXc", *format) == nullptr) return false;
+        if (*format == 'c') {
+            *argument = Argument::as_int;
+            memmove(length, format, strlen(format) + 1);
+            format = length;
+        }
         format++;
     }
     return true;

@@ -23,7 +23,6 @@ extern const std::array<gn_color_indicator, 17> gn_color_indicators;
 // The sequence that ends a colour.
 [[nodiscard]] const char* gn_end_color();
 
-// The mark behind a name: "*" for a regular file that its owner may execute, "/" directory, "|" FIFO, "@"
-// link,
+// The mark behind a name: "*" for a regular file that its owner may execute, "/" directory, "|" FIFO, "@" link,
 // "=" socket, otherwise empty.
 [[nodiscard]] const char* gn_getprintfiletype(mode_t mode);

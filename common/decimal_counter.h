@@ -11,6 +11,10 @@ class DecimalCounter {
     // Starts at a value. Numbers of fewer than width digits (20 at most) are filled up on the left with fill.
     DecimalCounter(uint64_t value, int width, char fill) : width_(width), fill_(fill) { set(value); }
 
+    // It points into itself.
+    DecimalCounter(const DecimalCounter&) = delete;
+    DecimalCounter& operator=(const DecimalCounter&) = delete;
+
     [[nodiscard]] uint64_t value() const { return value_; }
 
     // The length of the present number, filled up.

@@ -5,6 +5,7 @@
 #include <unistd.h>
 
 #include "common/cli.h"
+#include "platform/platform.h"
 
 namespace output {
 
@@ -22,6 +23,8 @@ void remember_error() {
 }  // namespace
 
 void prepare() {
+    // A stream gives up what it cannot write at once.
+    platform::make_blocking(STDOUT_FILENO);
     // isatty says "no" through errno, where no command expects anything yet.
     setvbuf(stdout, buffer, isatty(STDOUT_FILENO) != 0 ? _IOLBF : _IOFBF, sizeof buffer);
     errno = 0;

@@ -1,6 +1,7 @@
 // Linux.
 
 #include <cerrno>
+#include <cstdio>
 #include <cstring>
 #include <ctime>
 
@@ -34,6 +35,10 @@ namespace {
 // Linux lets an unprivileged pipe grow to this size by default (/proc/sys/fs/pipe-max-size).
 constexpr int large_pipe = 1 << 20;
 
+// A pipe is lent the pages of a file, so that its reader sees what is written to the file until it gets there. That
+// is worth it for large files; up to this size, a file is copied into the pipe as it is.
+constexpr off_t lent_size = large_pipe;
+
 // Large enough to make the calls rare, small enough to stay interruptible.
 constexpr size_t copy_step = size_t{1} << 30;
 
@@ -56,6 +61,22 @@ bool terminal_size(int fd, unsigned* columns, unsigned* rows) {
     return true;
 }
 
+void make_blocking(int fd) {
+    const int flags = fcntl(fd, F_GETFL);
+    struct stat status;
+    if (flags < 0 || (flags & O_NONBLOCK) == 0 || fstat(fd, &status) != 0 || S_ISREG(status.st_mode)) return;
+    // The flag belongs to everybody who shares the open file: a second opening of it has one of its own.
+    char path[sizeof "/proc/self/fd/" + 3 * sizeof fd];
+    snprintf(path, sizeof path, "/proc/self/fd/%d", fd);
+    const int own = open(path, (flags & O_ACCMODE) | O_CLOEXEC | O_NOCTTY);
+    if (own < 0) {
+        fcntl(fd, F_SETFL, flags & ~O_NONBLOCK);  // a socket, which cannot be opened
+        return;
+    }
+    dup2(own, fd);
+    close(own);
+}
+
 void enlarge_pipe(int fd) {
     (void)fcntl(fd, F_SETPIPE_SZ, large_pipe);
 }
@@ -63,11 +84,15 @@ void enlarge_pipe(int fd) {
 void copy_in_system(int in, int out) {
     struct stat in_stat, out_stat;
     if (fstat(in, &in_stat) != 0 || fstat(out, &out_stat) != 0) return;
-    if (S_ISFIFO(in_stat.st_mode) || S_ISFIFO(out_stat.st_mode)) {
-        if (S_ISFIFO(out_stat.st_mode)) enlarge_pipe(out);
-        repeat([&] { return splice(in, nullptr, out, nullptr, copy_step, SPLICE_F_MOVE); });
-    } else if (S_ISREG(in_stat.st_mode) && S_ISREG(out_stat.st_mode)) {
+    const bool in_file = S_ISREG(in_stat.st_mode), out_file = S_ISREG(out_stat.st_mode);
+    const bool in_pipe = S_ISFIFO(in_stat.st_mode), out_pipe = S_ISFIFO(out_stat.st_mode);
+    // Nothing but files and pipes: splice holds the pipe while a terminal or socket keeps it waiting, and every
+    // other user of the pipe with it.
+    if (in_file && out_file) {
         repeat([&] { return copy_file_range(in, nullptr, out, nullptr, copy_step, 0); });
+    } else if ((in_pipe && (out_pipe || out_file)) || (out_pipe && in_file && in_stat.st_size > lent_size)) {
+        if (out_pipe) enlarge_pipe(out);
+        repeat([&] { return splice(in, nullptr, out, nullptr, copy_step, SPLICE_F_MOVE); });
     }
 }
 
@@ -187,6 +212,7 @@ const char* DirectoryNames::next() {
     uint16_t size;
     memcpy(&size, entry + offsetof(KernelEntry, size), sizeof size);
     position_ += size;
+    type_ = uint32_t{static_cast<uint8_t>(entry[offsetof(KernelEntry, type)])} << 12;
     return entry + offsetof(KernelEntry, name);
 }
 

@@ -21,6 +21,10 @@ namespace platform {
 // Asks the terminal on a descriptor for its window size in characters. False when it is no terminal.
 [[nodiscard]] bool terminal_size(int fd, unsigned* columns, unsigned* rows);
 
+// Sees to it that writing to a pipe or terminal waits until there is room, without changing that for other
+// processes that share it.
+void make_blocking(int fd);
+
 // Raises the capacity of a pipe as far as the system lets an ordinary user. Nothing happens when the
 // descriptor is no pipe or the system refuses: this only saves switches between writer and reader.
 void enlarge_pipe(int fd);
@@ -28,7 +32,8 @@ void enlarge_pipe(int fd);
 // Copies from one descriptor to another inside the system, without the data passing through this process, and
 // moves both file offsets on. It goes as far as the system can with this pair and reports nothing: the caller
 // goes on with an ordinary read and write loop from the present offsets, which finds the end of the input, or
-// meets the error again.
+// meets the error again. Terminals, devices and sockets are left to that loop, which waits for them better. What
+// a large file lends to a pipe changes there with the file until it is read.
 void copy_in_system(int in, int out);
 
 // Hands the bytes of constant memory to a pipe without copying them: the memory must never change afterwards,
@@ -55,8 +60,12 @@ class DirectoryNames {
     // The next name, valid until the next call. Null at the end with errno 0, or for a read error with errno.
     [[nodiscard]] const char* next();
 
+    // What the directory itself says about the last name: the type bits of a mode, 0 where it does not know.
+    [[nodiscard]] uint32_t type() const { return type_; }
+
   private:
     int dir_;
+    uint32_t type_ = 0;
     size_t position_ = 0;
     size_t filled_ = 0;
     alignas(8) char buffer_[size_t{1} << 16];

@@ -6,8 +6,7 @@
 // A B+ tree: the entries are in the leaves, which are chained in key order; inner nodes hold copies of keys
 // that separate their children. A separator is always the key of a present entry, so what a removed key
 // points to may be freed. Insertion and removal invalidate iterators and pointers to keys and values. Keys
-// and values are aligned as far as their sizes allow: each begins a run of 16 at an address aligned for any
-// type.
+// and values are aligned as far as their sizes allow: each run of 16 begins at an address fit for any type.
 
 #include <cstddef>
 
@@ -56,8 +55,8 @@ struct btree_it {
     size_t index;  // within the leaf
 };
 
-// A new empty tree. Null for a key size of 0, a null predicate or function, or no memory. btree_release frees
-// it.
+// A new empty tree, which btree_release frees. Null for a key size of 0, a null predicate or function, or no
+// memory.
 [[nodiscard]] btree* btree_new_ex(size_t key_size, size_t value_size, btree_predicate less,
                                   btree_predicate equal, void* context, container_alloc alloc,
                                   container_release release);

@@ -1,7 +1,6 @@
 #pragma once
 
-// Deque<T>: the typed front end of deque. A default-constructed one holds nothing; the first element creates
-// it.
+// Deque<T>: the typed front end of deque. Default construction takes no memory; the first element does.
 
 #include "lib/containers/container_vector.h"
 #include "lib/containers/deque.h"

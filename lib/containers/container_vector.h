@@ -1,7 +1,6 @@
 #pragma once
 
-// Vector<T>: the typed front end of vector. A default-constructed one holds nothing; the first element
-// creates it.
+// Vector<T>: the typed front end of vector. Default construction takes no memory; the first element does.
 
 #include <cassert>
 #include <cstddef>

@@ -88,8 +88,7 @@ bool deque_next(deque_it* it);
 bool deque_advance(deque_it* it, size_t steps);
 
 // Reorders in place by rounds of selection that never look at the place they fill, so the result is not in
-// general sorted: 1 2 3 becomes 3 1 2, and two elements always change places. Quadratic. 0; -1 for a null
-// argument.
+// general sorted: 1 2 3 becomes 3 1 2, and two elements always change places. Quadratic. 0; -1 for null.
 int deque_sort(deque* d, container_compare compare);
 
 // Frees every block. 0; -1 for null.

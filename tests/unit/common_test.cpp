@@ -1,0 +1,218 @@
+// The shared routines: rules as tables, fast paths against the obvious loops. GARNEL_TEST_SEED repeats a run.
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <cstdlib>
+#include <cstring>
+#include <iostream>
+#include <numeric>
+#include <random>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include "common/bytes.h"
+#include "common/colors.h"
+#include "common/decimal_counter.h"
+#include "common/error_text.h"
+#include "common/io.h"
+#include "common/own.h"
+#include "common/paths.h"
+#include "common/sizes.h"
+#include "common/times.h"
+
+namespace {
+
+// Takes over a text that a routine returned as new.
+std::string take(char* text) {
+    CString owner(text);
+    return owner ? owner.get() : "(null)";
+}
+
+TEST(Common, Paths) {
+    auto join = [](const char* dir, const char* name) { return take(gn_joinpath(dir, name)); };
+    EXPECT_EQ(join("dir", "file") + ' ' + join("dir/", "file") + ' ' + join("", "file"),
+              "dir/file dir/file file");
+    EXPECT_EQ(join("dir\\", "file") + ' ' + join("dir", "/abs") + ' ' + join("dir", "\\abs"),
+              "dir\\file /abs \\abs");
+    EXPECT_EQ(join("dir", "") + ' ' + join("/", "") + ' ' + join("", ""), "dir/ / ");
+
+    auto substitute = [](const char* link, const char* target) { return take(gn_substlink(link, target)); };
+    EXPECT_EQ(substitute("a/b/link", "t") + ' ' + substitute("/link", "t") + ' ' + substitute("link", "t"),
+              "a/b/t /t t");
+    EXPECT_EQ(substitute("a\\link", "t") + ' ' + substitute("a/b\\link", "../t"), "t a/../t");
+    EXPECT_EQ(substitute("a/link", "/t") + ' ' + substitute("a/link", "\\t") + ' ' + substitute("a/", ""),
+              "/t \\t a/");
+
+    char mixed[] = "\\a\\\\b/c\\";
+    gn_normalize_separators(mixed);
+    EXPECT_STREQ(mixed, "/a//b/c/");
+}
+
+std::string parsed(const char* text, bool dd_units) {
+    CString copy(strdup(text));
+    constexpr uint64_t untouched = 4711;
+    uint64_t value = untouched;
+    if (gn_parse_size(copy.get(), &value, dd_units)) return std::to_string(value);
+    return value == untouched ? "bad" : "bad, but written";
+}
+
+std::string printed(int width, uint64_t size) {
+    testing::internal::CaptureStdout();
+    gn_printsize(width, size);
+    return testing::internal::GetCapturedStdout();
+}
+
+TEST(Common, Sizes) {
+    const std::vector<std::array<const char*, 3>> rows = {
+        {"", "0", "0"},          {"0x1F", "31", "31"},    {"010", "8", "8"},        {"2K", "2048", "2048"},
+        {"2kB", "2000", "2000"}, {"2kb", "2000", "2000"}, {"2KiB", "2048", "2048"}, {"kB", "0", "0"},
+        {"7c", "bad", "7"},      {"3w", "bad", "6"},      {"3b", "bad", "1536"},    {"3bB", "bad", "bad"},
+        {"1x", "bad", "bad"},    {"1Ki", "bad", "bad"},   {"1K ", "bad", "bad"}};
+    for (auto [text, value, with_dd_units] : rows) {
+        EXPECT_EQ(parsed(text, false), value) << text;
+        EXPECT_EQ(parsed(text, true), with_dd_units) << text;
+    }
+    EXPECT_EQ(parsed("-1", false), "18446744073709551615");
+    EXPECT_EQ(parsed("18446744073709551615K", false), "18446744073709550592");
+
+    EXPECT_EQ(printed(4, 0) + printed(4, 1023) + printed(4, 1536), "   0k   0k   1k");
+    EXPECT_EQ(printed(4, 9999 * 1024 + 1023) + printed(4, 10485760) + printed(3, 1048575), "9999k  10M  0M");
+    EXPECT_EQ(printed(2, uint64_t{99} << 40) + printed(2, uint64_t{100} << 40), "99T 0P");
+    EXPECT_EQ(printed(1, UINT64_MAX) + printed(20, UINT64_MAX), "16383P   18014398509481983k");
+    EXPECT_EQ(printed(0, 5) + printed(-3, 5), "????");
+}
+
+TEST(Common, ColoursAndMarks) {
+    auto shown = [](mode_t mode) { return gn_begin_color(mode) + std::string(gn_getprintfiletype(mode)); };
+    EXPECT_EQ(shown(S_IFREG | 0677) + shown(0xF000), "");
+    EXPECT_EQ(shown(0755), "\033[0m");
+    EXPECT_EQ(shown(S_IFREG | 0100), "\033[01;32m*");
+    EXPECT_EQ(shown(S_IFDIR | 0755), "\033[01;34m/");
+    EXPECT_EQ(shown(S_IFLNK | 0777), "\033[01;36m@");
+    EXPECT_EQ(shown(S_IFIFO | 0755), "\033[33m|");
+    EXPECT_EQ(shown(S_IFSOCK | 0755), "\033[01;35m=");
+    for (mode_t device : {S_IFCHR, S_IFBLK}) EXPECT_EQ(shown(device | 0755), "\033[01;33m");
+    EXPECT_STREQ(gn_end_color(), "\033[0m");
+    for (auto [length, text] : gn_color_indicators) EXPECT_EQ(length, text != nullptr ? strlen(text) : 0);
+}
+
+TEST(Common, WholeReadsAndWrites) {
+    for (int flags : {0, O_NONBLOCK}) {
+        int ends[2];
+        ASSERT_EQ(pipe2(ends, flags), 0);
+        UniqueFd from(ends[0]), to(ends[1]);
+        std::vector<char> sent(300000), got(sent.size() + 10);  // more than a pipe holds
+        for (size_t i = 0; i < sent.size(); i++) sent[i] = static_cast<char>(i * 7 / 5);
+        std::thread writer([&] {
+            EXPECT_EQ(gn_full_write(to.get(), sent.data(), 3), 3U);
+            usleep(20000);
+            EXPECT_EQ(gn_full_write(to.get(), sent.data() + 3, sent.size() - 3), sent.size() - 3);
+            EXPECT_TRUE(to.close());
+        });
+        bool eof = true;
+        EXPECT_EQ(gn_full_read(from.get(), got.data(), 10, &eof), 10U) << "waits for the second piece";
+        EXPECT_FALSE(eof);
+        EXPECT_EQ(gn_full_read(from.get(), got.data() + 10, sent.size(), &eof), sent.size() - 10);
+        EXPECT_TRUE(eof);
+        writer.join();
+        got.resize(sent.size());
+        EXPECT_TRUE(got == sent);
+    }
+    char byte = 0;
+    bool eof = true;
+    EXPECT_EQ(gn_full_read(-1, &byte, 0, &eof), 0U) << "nothing to do is no error";
+    const UniqueFd directory(open("/", O_RDONLY)), full(open("/dev/full", O_WRONLY));
+    EXPECT_EQ(gn_full_read(directory.get(), &byte, 1, &eof), 0U);
+    EXPECT_EQ(errno, EISDIR);
+    EXPECT_FALSE(eof);
+    EXPECT_EQ(gn_full_write(full.get(), &byte, 1), 0U);
+    EXPECT_EQ(errno, ENOSPC);
+
+    for (auto [given, safe] : {std::pair(0, 512U), {4096, 4096U}, {262145, 262144U}, {-1, 512U}}) {
+        struct stat file {};
+        file.st_blksize = given;
+        EXPECT_EQ(gn_safe_st_blksize(&file), safe);
+    }
+}
+
+std::string printed(timespec time, bool utc) {
+    char text[64] = "";
+    FILE* stream = fmemopen(text, sizeof text, "w");
+    const int length = gn_print_timespec(stream, &time, utc);
+    fclose(stream);
+    EXPECT_EQ(length, static_cast<int>(strlen(text)));
+    return text;
+}
+
+TEST(Common, Times) {
+    setenv("TZ", "EAST-5:30", 1);
+    tzset();
+    EXPECT_EQ(printed({1, 5}, true), "1970-01-01 00:00:01.000000005");
+    EXPECT_EQ(printed({-1, 999999999}, true), "1969-12-31 23:59:59.999999999");
+    EXPECT_EQ(printed({951782400, 0}, false), "2000-02-29 05:30:00.000000000");
+    EXPECT_EQ(printed({-62135596801, 0}, true), "   0-12-31 23:59:59.000000000");
+    EXPECT_EQ(printed({253402300800, 0}, true), "10000-01-01 00:00:00.000000000");
+    EXPECT_EQ(printed({0, 9}, true) + printed({INT64_MAX, 0}, true) + printed({INT64_MIN, 0}, false), "---");
+    unsetenv("TZ");
+    tzset();
+}
+
+// glibc is the model here; the transcripts see the texts from the other C library.
+TEST(Common, ErrorTexts) {
+    for (int error = -1; error <= 140; error++) EXPECT_STREQ(gn_strerror(error), strerror(error));
+    EXPECT_STREQ(gn_strerror_ENOTFILE(), "Not a file");
+    EXPECT_STREQ(gn_strerror_EIO(), "Input/output error");
+}
+
+TEST(Common, DecimalCounter) {
+    const char* fixed = getenv("GARNEL_TEST_SEED");
+    const uint64_t seed = fixed != nullptr ? strtoull(fixed, nullptr, 10) : std::random_device{}();
+    std::cout << "GARNEL_TEST_SEED=" << seed << '\n';
+    std::mt19937_64 random(seed);
+    for (int run = 0; run < 3000; run++) {
+        // Numbers and increments of every length, those next to the end of the range among them.
+        uint64_t value = random() >> random() % 64;
+        if (random() % 4 == 0) value = ~value;
+        const int width = static_cast<int>(random() % 21);
+        const char fill = random() % 2 == 0 ? '0' : ' ';
+        DecimalCounter counter(value, width, fill);
+        uint64_t increment = random() % 2 == 0 ? 1 : random() >> random() % 64;
+        for (int step = 0; step < 30; step++) {
+            char expected[64], got[DecimalCounter::copy_room];
+            snprintf(expected, sizeof expected, fill == '0' ? "%0*llu" : "%*llu", width,
+                     static_cast<unsigned long long>(value));
+            const char* end = counter.copy(got);
+            ASSERT_EQ(std::string(got, static_cast<size_t>(end - got)), expected)
+                << "increment " << increment << " width " << width;
+            ASSERT_EQ(counter.value(), value);
+            ASSERT_EQ(counter.size(), strlen(expected));
+            if (random() % 16 == 0) increment = random() >> random() % 64;
+            counter.add(increment);
+            value += increment;
+        }
+    }
+}
+
+TEST(Common, CopiesAndFindsBytes) {
+    for (size_t size = 0; size <= 300; size++) {
+        for (size_t offset : {0, 1, 7, 15}) {
+            std::vector<char> from(offset + size, '#'), to = from;  // end where their memory ends
+            std::iota(from.end() - static_cast<ptrdiff_t>(size), from.end(), '$');
+            bytes::copy(to.data() + offset, from.data() + offset, size);
+            ASSERT_EQ(to, from);
+            const char *begin = from.data() + offset, *end = begin + size;
+            for (char wanted : {'\0', '$', '3', '\x7f', '\xff', size > 0 ? end[-1] : 'x'})
+                ASSERT_EQ(bytes::find(begin, end, wanted), std::find(begin, end, wanted)) << size;
+        }
+    }
+}
+
+}  // namespace
