@@ -1,5 +1,7 @@
 #include "common/paths.h"
 
+#include <algorithm>
+#include <cerrno>
 #include <cstdlib>
 #include <cstring>
 #include <string_view>
@@ -26,6 +28,22 @@ char* gn_substlink(const char* linkpath, const char* target) {
     const char* slash = strrchr(linkpath, '/');
     if (is_separator(target[0]) || slash == nullptr) return strdup(target);
     return concatenate({{linkpath, static_cast<size_t>(slash + 1 - linkpath)}, target});
+}
+
+char* read_link(int dir, const char* link, size_t most) {
+    constexpr size_t longest = size_t{1} << 16;  // no file system stores more, whatever the size says
+    most = std::min(most, longest);
+    auto* target = static_cast<char*>(malloc(most + 1));
+    if (target == nullptr) return nullptr;
+    ssize_t count = readlinkat(dir, link, target, most);
+    if (count < 1) {
+        int error = count < 0 ? errno : EINVAL;
+        free(target);
+        errno = error;
+        return nullptr;
+    }
+    target[count] = '\0';
+    return target;
 }
 
 char* gn_mkabs(const char* path) {

@@ -3,6 +3,8 @@
 
 #pragma once
 
+#include <cstddef>
+
 // New: name itself when it begins with a separator, otherwise dir followed by name with one '/' between them
 // where dir is neither empty nor ends in a separator.
 [[nodiscard]] char* gn_joinpath(const char* dir, const char* name);
@@ -11,6 +13,11 @@
 // begins with a separator, otherwise put behind the part of linkpath that ends with its last '/'. A backslash
 // in linkpath separates nothing.
 [[nodiscard]] char* gn_substlink(const char* linkpath, const char* target);
+
+// New: the target of a symbolic link that the open directory dir (or AT_FDCWD) holds, at most its first
+// `most` bytes: what a link's size says need not be true, and is 0 throughout /proc. Null with errno, which
+// is ENOMEM when memory ran out, when nothing can be read.
+[[nodiscard]] char* read_link(int dir, const char* link, size_t most);
 
 // New: the absolute path without links and dots, as realpath gives it; null with errno on failure.
 [[nodiscard]] char* gn_mkabs(const char* path);

@@ -1,0 +1,266 @@
+// The tree walker in real directories, also while others move and replace what it stands in.
+
+#include <gtest/gtest.h>
+
+#include <cerrno>
+#include <filesystem>
+#include <fstream>
+#include <map>
+#include <random>
+#include <string>
+#include <vector>
+
+#include <fcntl.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include "common/paths.h"
+#include "common/tree_walk.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+
+class Tree : public testing::Test {
+  protected:
+    fs::path dir;
+
+    Tree() {
+        // Disks are slow to remove thousands of directories inside each other.
+        const bool in_memory = access("/dev/shm", W_OK) == 0;
+        std::string name = (in_memory ? fs::path("/dev/shm") : fs::temp_directory_path()) / "garnel.XXXXXX";
+        dir = mkdtemp(name.data());
+    }
+    ~Tree() override { fs::remove_all(dir); }
+
+    void make_file(const std::string& name) { std::ofstream file(dir / name); }
+
+    // Directories of one name inside each other, with the file "f" in each. Paths would become too long.
+    void make_chain(const char* name, int depth) {
+        int at = open(dir.c_str(), O_RDONLY | O_DIRECTORY);
+        for (int level = 0; level < depth; level++) {
+            ASSERT_EQ(mkdirat(at, name, 0777), 0);
+            int inner = openat(at, name, O_RDONLY | O_DIRECTORY);
+            close(openat(inner, "f", O_CREAT | O_WRONLY, 0666));
+            close(std::exchange(at, inner));
+        }
+        close(at);
+    }
+};
+
+TEST(PathStack, FollowsJoinpath) {
+    const unsigned seed = std::random_device{}();
+    SCOPED_TRACE(testing::Message() << "seed " << seed);
+    std::mt19937 random(seed);
+    const char* names[] = {"a", "bc", "\\d", "\\", "e\\", "", "/", "long name", "n\nl"};
+    PathStack path;
+    std::vector<std::string> model;
+    for (int step = 0; step < 5000; step++) {
+        if (random() % 5 < 2 && !model.empty()) {
+            path.pop();
+            model.pop_back();
+        } else {
+            const char* name = names[random() % std::size(names)];
+            CString joined(model.empty() ? strdup(name) : gn_joinpath(model.back().c_str(), name));
+            ASSERT_TRUE(path.push(name));
+            model.emplace_back(joined.get());
+        }
+        ASSERT_EQ(path.text(), model.empty() ? "" : model.back()) << "step " << step;
+    }
+}
+
+// Removes a deep tree as it is left, so that every directory must be the right one then.
+TEST_F(Tree, DeepWithFewDescriptors) {
+    constexpr int depth = 3000;
+    make_chain("deep", depth);
+    rlimit old;
+    getrlimit(RLIMIT_NOFILE, &old);
+    const rlimit few{32, old.rlim_max};
+    setrlimit(RLIMIT_NOFILE, &few);
+
+    TreeWalk walk;
+    ASSERT_TRUE(walk.enter(WalkEntry::operand(dir.c_str()), Links::keep));
+    int files = 0, left = 0;
+    while (walk.depth() > 0) {
+        WalkEntry entry;
+        if (!walk.next(&entry)) {
+            entry = walk.leave();
+            ASSERT_EQ(unlinkat(entry.dir, entry.name, AT_REMOVEDIR), 0) << entry.path << strerror(errno);
+            left++;
+        } else if (S_ISDIR(entry.status->mode)) {
+            ASSERT_TRUE(walk.enter(entry, Links::keep)) << strerror(errno);
+        } else {
+            ASSERT_EQ(unlinkat(entry.dir, entry.name, 0), 0);
+            files++;
+        }
+    }
+    setrlimit(RLIMIT_NOFILE, &old);
+    EXPECT_EQ(files, depth);
+    EXPECT_EQ(left, depth + 1);
+    EXPECT_FALSE(fs::exists(dir));
+}
+
+// What is moved away with the walk in it is walked to its end, and so is what it was moved out of, unless
+// that was moved as well; a link in an old place is no way back.
+TEST_F(Tree, MovedWhileWalked) {
+    constexpr size_t depth = 60, inner_move = 30, outer_move = 10;
+    make_chain("d", depth);
+    for (bool move_outer : {false, true}) {
+        SCOPED_TRACE(move_outer);
+        TreeWalk walk(EntryOrder::name);
+        ASSERT_TRUE(walk.enter(WalkEntry::operand(dir.c_str()), Links::keep));
+        std::vector<fs::path> at{dir};
+        while (walk.depth() <= depth) {
+            WalkEntry entry;
+            ASSERT_TRUE(walk.next(&entry) && walk.enter(entry, Links::keep));
+            at.push_back(at.back() / "d");
+        }
+        auto move = [&](size_t level, const char* name) {
+            fs::rename(at[level], dir / name);
+            fs::create_directory_symlink("/", at[level]);
+        };
+        move(inner_move, "inner");
+        if (move_outer) move(outer_move, "outer");
+
+        size_t lost = 0;
+        while (walk.depth() > 1) {
+            WalkEntry entry;
+            ASSERT_TRUE(walk.next(&entry));
+            EXPECT_STREQ(entry.name, "f");
+            EXPECT_EQ(entry.path, at[walk.depth() - 1] / "f");
+            EXPECT_FALSE(walk.next(&entry));
+            if (entry.dir < 0) {
+                lost++;
+                EXPECT_EQ(walk.depth() - 1, inner_move - lost);
+            } else {
+                struct stat status;
+                EXPECT_EQ(fstatat(entry.dir, "f", &status, 0), 0);
+                EXPECT_EQ(status.st_ino, entry.status->ino);
+            }
+            entry = walk.leave();
+            EXPECT_STREQ(entry.name, "d");
+            EXPECT_EQ(entry.path, at[walk.depth()]);
+        }
+        EXPECT_EQ(lost, move_outer ? inner_move - outer_move : 0);
+
+        if (move_outer) break;
+        fs::remove(at[inner_move]);
+        fs::rename(dir / "inner", at[inner_move]);
+    }
+}
+
+// Names are bytes; one that begins with a separator of shown paths is still looked up in its directory.
+TEST_F(Tree, OddNames) {
+    for (const char* name : {"\\etc", "new\nline", "end\\", "\xff"}) {
+        fs::create_directory(dir / name);
+        make_file(std::string(name) + "/f");
+    }
+    std::map<std::string, std::string> shown;  // by the name of the directory that was entered
+    TreeWalk walk;
+    ASSERT_TRUE(walk.enter(WalkEntry::operand(dir.c_str()), Links::keep));
+    for (WalkEntry outer; walk.next(&outer);) {
+        ASSERT_TRUE(walk.enter(outer, Links::keep));
+        WalkEntry inner;
+        ASSERT_TRUE(walk.next(&inner));
+        shown[outer.name] = inner.path;
+        EXPECT_EQ(faccessat(inner.dir, inner.name, F_OK, 0), 0) << inner.path;
+        EXPECT_STREQ(walk.path(), outer.name[0] == '\\' ? outer.name : (dir / outer.name).c_str());
+        EXPECT_STREQ(walk.leave().name, outer.name);
+    }
+    EXPECT_STREQ(walk.path(), dir.c_str());
+    const std::map<std::string, std::string> expected = {{"\\etc", "\\etc/f"},
+                                                         {"new\nline", dir / "new\nline/f"},
+                                                         {"end\\", dir / "end\\f"},
+                                                         {"\xff", dir / "\xff/f"}};
+    EXPECT_EQ(shown, expected);
+}
+
+TEST_F(Tree, LinksAreEnteredOnRequestOnly) {
+    fs::create_directories(dir / "a");
+    make_file("a/f");
+    fs::create_directory_symlink("a", dir / "link");
+    fs::create_symlink("a/f", dir / "to-file");
+    TreeWalk walk(EntryOrder::name);
+    EXPECT_FALSE(walk.enter(WalkEntry::operand((dir / "link").c_str()), Links::keep));
+    EXPECT_FALSE(walk.enter(WalkEntry::operand((dir / "nothing").c_str()), Links::keep));
+    ASSERT_TRUE(walk.enter(WalkEntry::operand(dir.c_str()), Links::keep));
+
+    // A link that takes a directory's place after it was examined is refused even where links are followed.
+    WalkEntry entry;
+    ASSERT_TRUE(walk.next(&entry));
+    fs::rename(dir / "a", dir / "b");
+    fs::create_directory_symlink("b", dir / "a");
+    EXPECT_FALSE(walk.enter(entry, Links::follow));
+    fs::remove(dir / "a");
+    fs::rename(dir / "b", dir / "a");
+
+    // A link is, on request, under its own path; one to a file never.
+    ASSERT_TRUE(walk.next(&entry));
+    EXPECT_FALSE(walk.enter(entry, Links::keep));
+    ASSERT_TRUE(walk.enter(entry, Links::follow) && walk.next(&entry));
+    EXPECT_EQ(entry.path, dir / "link/f");
+    walk.leave();
+    ASSERT_TRUE(walk.next(&entry));
+    EXPECT_FALSE(walk.enter(entry, Links::follow));
+    EXPECT_TRUE(walk.at_end());
+}
+
+// The system gives up after 40 links in a path; so does a walk, also where the path is too long to be asked
+// for.
+TEST_F(Tree, LoopsEnd) {
+    for (size_t length : {1, 250}) {
+        const fs::path link = dir / std::string(length, 'l');
+        fs::create_directory_symlink("../" + dir.filename().string(), link);
+        struct stat status;
+        TreeWalk walk;
+        ASSERT_TRUE(walk.enter(WalkEntry::operand(dir.c_str()), Links::keep));
+        WalkEntry entry;
+        for (int links = 0; links < 40; links++) {
+            ASSERT_TRUE(walk.next(&entry) && walk.examine(entry.name, &status));
+            ASSERT_TRUE(walk.enter(entry, Links::follow)) << links;
+        }
+        ASSERT_TRUE(walk.next(&entry));
+        EXPECT_TRUE(walk.examine(".", &status));
+        EXPECT_FALSE(walk.enter(entry, Links::follow));
+        EXPECT_EQ(errno, ELOOP);
+        if (length == 1) {
+            EXPECT_FALSE(walk.examine(entry.name, &status));
+            EXPECT_EQ(errno, ELOOP);
+        }
+        // Leaving a link leads to the directory that holds it.
+        while (walk.depth() > 1) {
+            entry = walk.leave();
+            EXPECT_EQ(entry.name, link.filename());
+            EXPECT_EQ(faccessat(entry.dir, entry.name, F_OK, AT_SYMLINK_NOFOLLOW), 0);
+        }
+        fs::remove(link);
+    }
+}
+
+// A directory that may be read but not searched holds nothing that can be examined, whatever it says of
+// types.
+TEST_F(Tree, TypesAlone) {
+    fs::create_directory(dir / "d");
+    make_file("d/f");
+    make_file("d/g");
+    ASSERT_EQ(mkfifo((dir / "d/p").c_str(), 0600), 0);
+    auto types = [&] {
+        std::string letters;
+        TreeWalk walk(EntryOrder::name, false, EntryDetail::type);
+        EXPECT_TRUE(walk.enter(WalkEntry::operand((dir / "d").c_str()), Links::keep));
+        for (WalkEntry entry; walk.next(&entry);) letters += S_ISFIFO(entry.status->mode) ? 'p' : '-';
+        return letters;
+    };
+    EXPECT_EQ(types(), "--p");
+
+    chmod(dir.c_str(), 0755);
+    chmod((dir / "d").c_str(), 0444);
+    const uid_t user = geteuid();
+    ASSERT_EQ(seteuid(user == 0 ? 65534 : user), 0);
+    EXPECT_EQ(types(), "");
+    ASSERT_EQ(seteuid(user), 0);
+    chmod((dir / "d").c_str(), 0755);
+}
+
+}  // namespace
