@@ -24,7 +24,7 @@
     PENDING("head", gn_head)         \
     PENDING("hostname", gn_hostname) \
     PENDING("ln", gn_ln)             \
-    PENDING("ls", gn_ls)             \
+    READY("ls", gn_ls)               \
     PENDING("mkdir", gn_mkdir)       \
     PENDING("mknod", gn_mknod)       \
     PENDING("mktemp", gn_mktemp)     \

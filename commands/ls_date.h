@@ -1,0 +1,48 @@
+// Dates of listings. The C library's calendar takes longer for a file than all the rest of its line, so it is
+// asked once for every stretch of time.
+
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <ctime>
+
+namespace ls {
+
+class DateWriter {
+  public:
+    explicit DateWriter(bool utc) : utc_(utc) {}
+
+    // The text of a time, "year-month-day hour:minute:second" without padding of the year and with the hour
+    // padded by a blank; "-" for a time whose year no calendar holds. Valid until the next call.
+    [[nodiscard]] const char* text(time_t time);
+
+  private:
+    struct Moment {
+        int64_t year;
+        unsigned month;  // 1 to 12
+        unsigned day;
+        unsigned hour;
+        unsigned minute;
+        unsigned second;
+    };
+    // A stretch of somewhat more than an hour, and what local time is ahead of UTC throughout.
+    struct Stretch {
+        int64_t number;
+        int64_t offset;
+        bool known;
+        bool steady;  // the offset does not change within
+    };
+
+    static Moment from_seconds(int64_t seconds);
+    static bool from_library(time_t time, Moment* moment);
+    static bool offset_at(int64_t time, int64_t* offset);
+    bool local_moment(int64_t time, Moment* moment);
+
+    bool utc_;
+    std::array<Stretch, 64> stretches_{};
+    time_t time_ = 0;  // whose text is there: files often come in groups of one age
+    char text_[32] = {};
+};
+
+}  // namespace ls
