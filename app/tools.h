@@ -38,7 +38,7 @@
     READY("seq", gn_seq)             \
     READY("sleep", gn_sleep)         \
     PENDING("sort", gn_sort)         \
-    PENDING("stat", gn_stat)         \
+    READY("stat", gn_stat)           \
     PENDING("stty", gn_stty)         \
     PENDING("su", gn_su)             \
     PENDING("sync", gn_sync)         \
@@ -47,7 +47,7 @@
     PENDING("[", gn_brace)           \
     PENDING("time", gn_time)         \
     PENDING("touch", gn_touch)       \
-    PENDING("tree", gn_tree)         \
+    READY("tree", gn_tree)           \
     READY("true", gn_true)           \
     PENDING("truncate", gn_truncate) \
     PENDING("tee", gn_tee)           \

@@ -1,0 +1,174 @@
+  $ bind() { python3 -c 'import socket, sys; socket.socket(socket.AF_UNIX).bind(sys.argv[1])' "$1"; }
+  $ unprivileged() {
+  >     [ "$(id -u)" != 0 ] || set -- setpriv --bounding-set=-all --inh-caps=-all "$@"
+  >     "$@"
+  > }
+
+Connectors, hidden names, empty directories, and how deep it goes. A negative depth is none; the depth wants an operand
+of its own; what follows the number, or is none, does not matter.
+
+  $ mkdir -p t/a/b/c t/a/b/d t/empty t/z/only/child && cd t && : >a/b/c/leaf; : >a/b/file; : >a/last; : >.hidden; : >z/x
+  $ garnel tree
+  .
+  |-- .hidden
+  |-- a
+  |   |-- b
+  |   |   |-- c
+  |   |   |   `-- leaf
+  |   |   |-- d
+  |   |   `-- file
+  |   `-- last
+  |-- empty
+  `-- z
+      |-- only
+      |   `-- child
+      `-- x
+  $ garnel tree -L 0 a empty; garnel tree a -L 1 empty ./z/ -L 02x; garnel tree -L none z; garnel tree z -L -2 | wc -l
+  a
+  empty
+  a
+  |-- b
+  |   |-- c
+  |   |-- d
+  |   `-- file
+  `-- last
+  empty
+  ./z/
+  |-- only
+  |   `-- child
+  `-- x
+  z
+  4
+  $ garnel tree -L 1 z
+  z
+  |-- only
+  `-- x
+  $ cd ..; rm -r t
+
+Orders, colours and marks.
+
+  $ mkdir s && cd s && printf 333 >three; : >none; printf 22 >two; chmod u+x two; mkfifo fifo; bind sock; chmod -x sock
+  $ ln -s two link; for f in two fifo none sock three; do touch -d "2000-01-0$((i += 1))" $f; done
+  $ touch -h -d 2000-02-01 link; row() { garnel tree "$@" | sed -n 's/.*-- //p' | tr '\n' ,; echo; }
+  $ row; row -i; row -d; row -s; row -sid; row -dn
+  fifo,link -> two,none,sock,three,two,
+  two,three,sock,none,link -> two,fifo,
+  two,fifo,none,sock,three,link -> two,
+  fifo,none,sock,two,link -> two,three,
+  link -> two,three,sock,none,fifo,two,
+  fifo,link -> two,none,sock,three,two,
+  $ garnel tree -CF | cat -v; garnel tree -F -L 0 two; garnel tree -C -L 0 . | cat -v; cd ..
+  ^[[01;34m.^[[0m/
+  |-- ^[[33mfifo^[[0m|
+  |-- ^[[01;36mlink^[[0m@ -> ^[[01;32mtwo^[[0m*
+  |-- none^[[0m
+  |-- ^[[01;35msock^[[0m=
+  |-- three^[[0m
+  `-- ^[[01;32mtwo^[[0m*
+  two*
+  ^[[01;34m.^[[0m
+
+Links: the target is seen from the link's directory, or is a path of its own where it begins with a separator, be it a
+backslash. What is wrong with it is said in the link's line.
+
+  $ mkdir -p l/dir/sub 'l/\back' && : >l/dir/f; : >'l/\back/f'; : >'\own'; cd l
+  $ ln -s ../f dir/sub/file; ln -s nowhere dangling; ln -s f/x 'dir/through'; ln -s self self; ln -s dir to-dir
+  $ ln -s '\own' dir/own; ln -s / root; ln -s to-dir chain; ln -s gone '\back/lost'; ln -s f '\back/found'; cd ..
+  $ garnel tree -F l; garnel tree l/to-dir -L 1
+  l/
+  |-- \back/
+  |   |-- f
+  |   |-- found@ -> f
+  |   `-- lost@   tree: \back/gone: No such file or directory
+  |-- chain@ -> to-dir/
+  |-- dangling@   tree: l/nowhere: No such file or directory
+  |-- dir/
+  |   |-- f
+  |   |-- own@ -> \own
+  |   |-- sub/
+  |   |   `-- file@ -> ../f
+  |   `-- through@   tree: l/dir/f/x: Not a directory
+  |-- root@ -> //
+  |-- self@   tree: l/self: Too many levels of symbolic links
+  `-- to-dir@ -> dir/
+  l/to-dir
+  |-- f
+  |-- own -> \own
+  |-- sub
+  `-- through   tree: l/to-dir/f/x: Not a directory
+  [1]
+  $ cd l; rm -r root dir/through dir/own dangling self '\back'; garnel tree -l -L 2; garnel tree -l -L 1 | wc -l; cd ..
+  .
+  |-- chain -> to-dir
+  |   |-- f
+  |   `-- sub
+  |-- dir
+  |   |-- f
+  |   `-- sub
+  `-- to-dir -> dir
+      |-- f
+      `-- sub
+  4
+  $ garnel tree -L 1 /proc/self | grep cwd
+  |-- cwd -> /
+
+Links that lead back end where the system follows no more of them.
+
+  $ mkdir -p loop/d && ln -s .. loop/d/up
+  $ streams garnel tree -l loop >out; echo $?; grep -c 'up -> ..$' out; grep '^2>' out | sed 's|d/up/d/up/||g'
+  1
+  41
+  2> tree: loop/d/up: failed to read directory
+
+What cannot be read or examined is reported behind what was drawn before it, and the drawing goes on. Entries of a
+directory that may only be read cannot be examined; one that may only be entered cannot be read.
+
+  $ mkdir -p bad/listed/in bad/locked bad/searched && : >bad/listed/f; : >bad/searched/f; : >bad/z; chmod 0 bad/locked
+  $ chmod 400 bad/listed; chmod 100 bad/searched; unprivileged garnel tree bad 2>&1
+  bad
+  |-- listed
+  |-- locked
+  tree: bad/locked: failed to read directory
+  |-- searched
+  tree: bad/searched: failed to read directory
+  `-- z
+  [1]
+  $ chmod 700 bad/*ed; streams garnel tree missing bad/z '' loop/d
+  bad/z
+  loop/d
+  `-- up -> ..
+  2> tree: missing: No such file or directory
+  2> tree: bad/z: failed to read directory
+  2> tree: : No such file or directory
+  [1]
+
+Names are bytes.
+
+  $ mkdir "$(printf 'a\nb')" && : >"$(printf 'a\nb/\033\377')" && ln -s "$(printf 'a\nb')" l; : >"$(printf '%0255d' 0)"
+  $ garnel tree "$(printf 'a\nb')" | cat -v; garnel tree -L 1 | grep -c '^.-- 0\{255\}$'
+  a
+  b
+  `-- ^[M-^?
+  1
+
+5,000 levels with 64 descriptors. The directories are made in memory where that is possible: disks are slow to
+remove them.
+
+  $ deep=$(mktemp -d -p /dev/shm 2>/dev/null || mktemp -d)
+  $ python3 -c '
+  > import os, sys
+  > os.chdir(sys.argv[1])
+  > for i in range(5000): os.mkdir("d"); os.mkdir("e"); os.chdir("d")' "$deep"
+  $ (ulimit -n 64; garnel tree "$deep") | awk '{ n[$NF]++ } END { print NR, n["d"], n["e"], $0 }'
+  10001 5000 5000 `-- e
+  $ rm -r "$deep"
+
+  $ streams garnel tree -lx
+  2> tree: unknown switch: -x
+  [100]
+  $ garnel tree loop 2>&1 >/dev/full
+  tree: write error: No space left on device
+  [1]
+  $ garnel tree -L >usage; garnel tree --help | diff usage - && grep -- -L usage
+  Usage: tree [OPTION]... [-L level] [DIRECTORY]...
+      -L    max display depth of the directory tree
