@@ -27,7 +27,7 @@
     READY("ls", gn_ls)               \
     PENDING("mkdir", gn_mkdir)       \
     PENDING("mknod", gn_mknod)       \
-    PENDING("mktemp", gn_mktemp)     \
+    READY("mktemp", gn_mktemp)       \
     PENDING("mv", gn_mv)             \
     PENDING("nslookup", gn_nslookup) \
     PENDING("pwd", gn_pwd)           \
