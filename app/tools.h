@@ -25,7 +25,7 @@
     PENDING("hostname", gn_hostname) \
     PENDING("ln", gn_ln)             \
     READY("ls", gn_ls)               \
-    PENDING("mkdir", gn_mkdir)       \
+    READY("mkdir", gn_mkdir)         \
     PENDING("mknod", gn_mknod)       \
     READY("mktemp", gn_mktemp)       \
     PENDING("mv", gn_mv)             \
@@ -34,7 +34,7 @@
     PENDING("readlink", gn_readlink) \
     PENDING("realpath", gn_realpath) \
     PENDING("rm", gn_rm)             \
-    PENDING("rmdir", gn_rmdir)       \
+    READY("rmdir", gn_rmdir)         \
     READY("seq", gn_seq)             \
     READY("sleep", gn_sleep)         \
     PENDING("sort", gn_sort)         \
