@@ -23,16 +23,16 @@
     PENDING("hd", gn_hd)             \
     PENDING("head", gn_head)         \
     PENDING("hostname", gn_hostname) \
-    PENDING("ln", gn_ln)             \
+    READY("ln", gn_ln)               \
     READY("ls", gn_ls)               \
     READY("mkdir", gn_mkdir)         \
     PENDING("mknod", gn_mknod)       \
     READY("mktemp", gn_mktemp)       \
     PENDING("mv", gn_mv)             \
     PENDING("nslookup", gn_nslookup) \
-    PENDING("pwd", gn_pwd)           \
-    PENDING("readlink", gn_readlink) \
-    PENDING("realpath", gn_realpath) \
+    READY("pwd", gn_pwd)             \
+    READY("readlink", gn_readlink)   \
+    READY("realpath", gn_realpath)   \
     PENDING("rm", gn_rm)             \
     READY("rmdir", gn_rmdir)         \
     READY("seq", gn_seq)             \

@@ -69,5 +69,9 @@ int link_wrap(const char* from, const char* to) {
 }
 
 char* realpath_wrap(const char* path, char* resolved) {
-    return realpath(path, resolved);
+    char* result = realpath(path, resolved);
+    // POSIX allows two leading slashes a meaning of their own, and one of the C libraries keeps them.
+    if (result != nullptr && result[0] == '/' && result[1] == '/')
+        memmove(result, result + 1, strlen(result));
+    return result;
 }
