@@ -26,7 +26,7 @@
     READY("ln", gn_ln)               \
     READY("ls", gn_ls)               \
     READY("mkdir", gn_mkdir)         \
-    PENDING("mknod", gn_mknod)       \
+    READY("mknod", gn_mknod)         \
     READY("mktemp", gn_mktemp)       \
     PENDING("mv", gn_mv)             \
     PENDING("nslookup", gn_nslookup) \
