@@ -46,10 +46,10 @@
     PENDING("test", gn_test)         \
     PENDING("[", gn_brace)           \
     PENDING("time", gn_time)         \
-    PENDING("touch", gn_touch)       \
+    READY("touch", gn_touch)         \
     READY("tree", gn_tree)           \
     READY("true", gn_true)           \
-    PENDING("truncate", gn_truncate) \
+    READY("truncate", gn_truncate)   \
     PENDING("tee", gn_tee)           \
     PENDING("tty", gn_tty)           \
     PENDING("umount", gn_umount)     \
