@@ -7,12 +7,12 @@
 // have their command; a PENDING row says so when it is called.
 #define GARNEL_TOOLS(READY, PENDING) \
     READY("cat", gn_cat)             \
-    PENDING("chmod", gn_chmod)       \
-    PENDING("chown", gn_chown)       \
-    PENDING("chgrp", gn_chgrp)       \
+    READY("chmod", gn_chmod)         \
+    READY("chown", gn_chown)         \
+    READY("chgrp", gn_chgrp)         \
     PENDING("chroot", gn_chroot)     \
     PENDING("cmp", gn_cmp)           \
-    PENDING("cp", gn_cp)             \
+    READY("cp", gn_cp)               \
     PENDING("cpio2", gn_cpio2)       \
     PENDING("dd", gn_dd)             \
     PENDING("df", gn_df)             \
@@ -28,12 +28,12 @@
     READY("mkdir", gn_mkdir)         \
     READY("mknod", gn_mknod)         \
     READY("mktemp", gn_mktemp)       \
-    PENDING("mv", gn_mv)             \
+    READY("mv", gn_mv)               \
     PENDING("nslookup", gn_nslookup) \
     READY("pwd", gn_pwd)             \
     READY("readlink", gn_readlink)   \
     READY("realpath", gn_realpath)   \
-    PENDING("rm", gn_rm)             \
+    READY("rm", gn_rm)               \
     READY("rmdir", gn_rmdir)         \
     READY("seq", gn_seq)             \
     READY("sleep", gn_sleep)         \

@@ -96,6 +96,23 @@ void copy_in_system(int in, int out) {
     }
 }
 
+bool share_blocks(int in, int out) {
+    constexpr unsigned long clone_request = _IOW(0x94, 9, int);  // FICLONE of <linux/fs.h>
+    return ioctl(out, clone_request, in) == 0;
+}
+
+ptrdiff_t copy_range(int in, int out, int64_t offset, size_t size) {
+    off_t from = offset, to = offset;
+    return copy_file_range(in, &from, out, &to, size, 0);
+}
+
+bool find_data(int fd, int64_t offset, int64_t* begin, int64_t* end) {
+    *begin = lseek(fd, offset, SEEK_DATA);
+    if (*begin < 0) return false;
+    *end = lseek(fd, *begin, SEEK_HOLE);
+    return *end >= 0;
+}
+
 ptrdiff_t lend_to_pipe(int pipe, const void* data, size_t size) {
     iovec part{const_cast<void*>(data), size};
     return vmsplice(pipe, &part, 1, 0);
@@ -192,8 +209,8 @@ bool file_status(int dir, const char* name, Links links, struct stat* status, ti
     return true;
 }
 
-int open_passage(int dir, const char* path) {
-    return openat(dir, path, O_PATH | O_DIRECTORY | O_CLOEXEC);
+int open_passage(int dir, const char* path, Links links) {
+    return openat(dir, path, O_PATH | O_DIRECTORY | O_CLOEXEC | (links == Links::keep ? O_NOFOLLOW : 0));
 }
 
 DirectoryNames::DirectoryNames(int dir) : dir_(dir) {

@@ -36,6 +36,18 @@ void enlarge_pipe(int fd);
 // a large file lends to a pipe changes there with the file until it is read.
 void copy_in_system(int in, int out);
 
+// Makes one regular file share the other's blocks, where the file system can do that. False when it cannot.
+[[nodiscard]] bool share_blocks(int in, int out);
+
+// Copies up to size bytes at an offset of one regular file to the same offset of another, inside the system.
+// Returns the number of bytes copied, 0 at the end of the input, -1 with errno when the system cannot do it.
+[[nodiscard]] ptrdiff_t copy_range(int in, int out, int64_t offset, size_t size);
+
+// Where the first data at or behind an offset of a file begins, and where they end; blocks that were never
+// written are no data. False at the end of the file, and when the file system cannot tell, with errno ENXIO and
+// any other.
+[[nodiscard]] bool find_data(int fd, int64_t offset, int64_t* begin, int64_t* end);
+
 // Hands the bytes of constant memory to a pipe without copying them: the memory must never change afterwards,
 // as the reader sees it later. Returns the number of bytes taken (fewer than asked for is usual), or -1 with
 // errno; EINVAL and EBADF also when the descriptor is no pipe.
@@ -49,7 +61,7 @@ enum class Links { follow, keep };
 [[nodiscard]] bool file_status(int dir, const char* name, Links links, struct stat* status, timespec* birth);
 
 // Opens a directory for nothing but going on from it, which needs no right to read it. -1 with errno.
-[[nodiscard]] int open_passage(int dir, const char* path);
+[[nodiscard]] int open_passage(int dir, const char* path, Links links = Links::follow);
 
 // Delivers the names in an open directory, in the system's order, from the first one on; in larger steps than
 // readdir, so that the system is seldom asked.
