@@ -43,8 +43,8 @@
     PENDING("su", gn_su)             \
     PENDING("sync", gn_sync)         \
     PENDING("tail", gn_tail)         \
-    PENDING("test", gn_test)         \
-    PENDING("[", gn_brace)           \
+    READY("test", gn_test)           \
+    READY("[", gn_brace)             \
     PENDING("time", gn_time)         \
     READY("touch", gn_touch)         \
     READY("tree", gn_tree)           \
