@@ -22,7 +22,7 @@
     PENDING("format", gn_format)     \
     PENDING("hd", gn_hd)             \
     PENDING("head", gn_head)         \
-    PENDING("hostname", gn_hostname) \
+    READY("hostname", gn_hostname)   \
     READY("ln", gn_ln)               \
     READY("ls", gn_ls)               \
     READY("mkdir", gn_mkdir)         \
@@ -51,14 +51,14 @@
     READY("true", gn_true)           \
     READY("truncate", gn_truncate)   \
     PENDING("tee", gn_tee)           \
-    PENDING("tty", gn_tty)           \
+    READY("tty", gn_tty)             \
     PENDING("umount", gn_umount)     \
     PENDING("watch", gn_watch)       \
     PENDING("wc", gn_wc)             \
     PENDING("which", gn_which)       \
     READY("yes", gn_yes)             \
-    PENDING("uname", gn_uname)       \
-    PENDING("arch", gn_arch)
+    READY("uname", gn_uname)         \
+    READY("arch", gn_arch)
 
 // An entry routine takes the arguments behind the command's name (argv[0] is the first of them) and returns
 // the exit status.
