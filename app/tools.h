@@ -29,7 +29,7 @@
     READY("mknod", gn_mknod)         \
     READY("mktemp", gn_mktemp)       \
     READY("mv", gn_mv)               \
-    PENDING("nslookup", gn_nslookup) \
+    READY("nslookup", gn_nslookup)   \
     READY("pwd", gn_pwd)             \
     READY("readlink", gn_readlink)   \
     READY("realpath", gn_realpath)   \
