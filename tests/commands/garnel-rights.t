@@ -1,7 +1,8 @@
 Rights that the executable's owner and group would lend are given up at once. Another program shows that they would
 count; where they do not, or without the right to prepare this, there is nothing to see.
 
-  $ [ "$(id -u)" = 0 ] || exit 80
+Needs: [ "$(id -u)" = 0 ]
+
   $ shared=$(mktemp -d /tmp/garnel.XXXXXX) && chmod 755 "$shared" && cd "$shared"
   $ cp "$(command -v garnel)" garnel && cp "$(command -v cat)" other && echo user > user && echo group > group
   $ chown 65533 user && chgrp 65532 group && chmod 400 user && chmod 040 group

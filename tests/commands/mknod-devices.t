@@ -1,7 +1,6 @@
 Devices can be made by root alone, and not in every container:
 
-  $ mknod probe c 1 3 || { echo 'skipped: devices cannot be made here'; exit 80; }
-  $ rm probe
+Needs: [ "$(id -u)" = 0 ] && d=$(mktemp -d) && mknod $d/c c 1 3 && rm -r $d
 
 Numbers are taken in any base and narrowed to 32 bits:
 
