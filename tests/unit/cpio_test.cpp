@@ -1,0 +1,342 @@
+// The cpio reader on archives built byte by byte: the four layouts, oddities of the numbers, and images that
+// are cut off, bent or made up.
+
+#include "cpio/cpio.h"
+
+#include <gtest/gtest.h>
+#include <sys/mman.h>
+
+#include <string>
+#include <vector>
+
+#include "tests/fuzz/cpio_walk.h"
+
+namespace {
+
+using cpio_walk::walk;
+using Entries = std::vector<cpio_walk::Entry>;
+using namespace std::string_literals;
+
+// A header's numbers, distinct so that none is taken for another.
+struct Header {
+    uint32_t ino = 0x111, mode = 0100644, uid = 0x222, gid = 0x333, nlink = 5, mtime = 0x5F5E1234;
+    uint64_t file_size = 0;
+    uint32_t name_size = 0;
+};
+
+using MakeEntry = std::string (*)(const Header&, const std::string& name, const std::string& data);
+
+std::string digits(uint64_t value, unsigned base, int width) {
+    std::string text;
+    for (; width > 0; width--, value /= base) text.insert(text.begin(), "0123456789ABCDEF"[value % base]);
+    return text;
+}
+
+std::string padded(std::string text, size_t unit) {
+    text.resize((text.size() + unit - 1) / unit * unit);
+    return text;
+}
+
+std::string newc(const Header& h, const std::string& name, const std::string& data) {
+    std::string entry = "070701";
+    for (uint64_t value : {uint64_t{h.ino}, uint64_t{h.mode}, uint64_t{h.uid}, uint64_t{h.gid},
+                           uint64_t{h.nlink}, uint64_t{h.mtime}, h.file_size, uint64_t{8}, uint64_t{9},
+                           uint64_t{10}, uint64_t{11}, uint64_t{h.name_size}, uint64_t{0}}) {
+        entry += digits(value, 16, 8);
+    }
+    return padded(entry + name, 4) + padded(data, 4);
+}
+
+std::string odc(const Header& h, const std::string& name, const std::string& data) {
+    std::string entry = "070707";
+    for (uint32_t value : {0x809U, h.ino, h.mode, h.uid, h.gid, h.nlink, 0x777U})
+        entry += digits(value, 8, 6);
+    return entry + digits(h.mtime, 8, 11) + digits(h.name_size, 8, 6) + digits(h.file_size, 8, 11) + name +
+           data;
+}
+
+std::string bin_of_order(const Header& h, const std::string& name, const std::string& data, bool swap) {
+    std::string entry;
+    auto add = [&](uint64_t value) {
+        auto word = static_cast<uint16_t>(value);
+        if (swap) word = static_cast<uint16_t>(word << 8 | word >> 8);
+        entry.append(reinterpret_cast<const char*>(&word), sizeof word);
+    };
+    for (uint32_t value : {070707U, 0x809U, h.ino, h.mode, h.uid, h.gid, h.nlink, 0x777U}) add(value);
+    add(h.mtime >> 16);
+    add(h.mtime);
+    add(h.name_size);
+    add(h.file_size >> 16);
+    add(h.file_size);
+    return padded(entry + name, 2) + padded(data, 2);
+}
+
+std::string bin(const Header& h, const std::string& name, const std::string& data) {
+    return bin_of_order(h, name, data, false);
+}
+
+std::string swapped(const Header& h, const std::string& name, const std::string& data) {
+    return bin_of_order(h, name, data, true);
+}
+
+// An entry whose sizes are right. The name ends with a NUL.
+std::string entry(MakeEntry make, const std::string& name, const std::string& data = "", Header header = {}) {
+    header.name_size = static_cast<uint32_t>(name.size() + 1);
+    header.file_size = data.size();
+    return make(header, name + '\0', data);
+}
+
+std::string trailer(MakeEntry make) {
+    return entry(make, "TRAILER!!!");
+}
+
+const Entries sample = {{"x", "hello"}, {"a/b", ""}, {"dir/odd", "123"}, {"./a/b", std::string(9, '\0')}};
+
+std::string archive(MakeEntry make) {
+    std::string image;
+    for (const auto& [name, data] : sample) image += entry(make, name, data);
+    return image + trailer(make);
+}
+
+struct Format {
+    const char* name;
+    MakeEntry make;
+};
+
+void PrintTo(const Format& format, std::ostream* out) {
+    *out << format.name;
+}
+
+class CpioFormat : public testing::TestWithParam<Format> {};
+INSTANTIATE_TEST_SUITE_P(All, CpioFormat,
+                         testing::Values(Format{"newc", newc}, Format{"odc", odc}, Format{"bin", bin},
+                                         Format{"swapped", swapped}),
+                         [](const auto& format) { return format.param.name; });
+
+TEST_P(CpioFormat, WalksAndFinds) {
+    const MakeEntry make = GetParam().make;
+    const std::string image = archive(make) + std::string(512, '\0');
+    EXPECT_EQ(walk(image).entries, sample);
+    EXPECT_EQ(walk(image).violation, nullptr);
+
+    cpioread_ctx reader;
+    ASSERT_EQ(cpioread_init(&reader, image.data()), &reader);
+    EXPECT_EQ(reader.count, sample.size());
+    cpio_entity e;
+    EXPECT_EQ(cpioread_next(&reader, &e), nullptr);  // not begun
+    ASSERT_EQ(cpioread_first(&reader, &e), &e);
+    cpio_entity other;
+    ASSERT_EQ(cpioread_find(&reader, &other, "./a/b"), &other);
+    EXPECT_EQ(other.file_size, 9U);
+    ASSERT_NE(cpioread_find(&reader, &other, "a/b"), nullptr);
+    EXPECT_EQ(other.file_size, 0U);
+    for (const char* name : {"", "a", "a/b/", "/a/b", "TRAILER!!!"}) {
+        EXPECT_EQ(cpioread_find(&reader, &other, name), nullptr) << name;
+    }
+    EXPECT_EQ(cpioread_find(&reader, &other, nullptr), nullptr);
+    // The walk has not moved, and ends once and for all.
+    ASSERT_EQ(cpioread_next(&reader, &e), &e);
+    EXPECT_STREQ(e.name, "a/b");
+    while (cpioread_next(&reader, &e) != nullptr) continue;
+    EXPECT_EQ(cpioread_next(&reader, &e), nullptr);
+    EXPECT_EQ(cpioread_first(&reader, &e), &e);
+
+    const std::string alone = trailer(make);
+    ASSERT_NE(cpioread_init(&reader, alone.data()), nullptr);
+    EXPECT_EQ(reader.count, 0U);
+    EXPECT_EQ(cpioread_first(&reader, &e), nullptr);
+    EXPECT_EQ(cpioread_find(&reader, &e, "TRAILER!!!"), nullptr);
+}
+
+TEST_P(CpioFormat, FillsRecords) {
+    const MakeEntry make = GetParam().make;
+    const Header numbers;
+    const std::string first = entry(make, "first", "12345");
+    const std::string image = first + entry(make, "name", "hello", numbers) + trailer(make);
+    cpioread_ctx reader;
+    ASSERT_NE(cpioread_init(&reader, image.data()), nullptr);
+    cpio_entity e;
+    ASSERT_NE(cpioread_find(&reader, &e, "name"), nullptr);
+    EXPECT_EQ(e.name_size, 5U);
+    EXPECT_EQ(e.mtime, numbers.mtime);
+    EXPECT_EQ(e.mode, numbers.mode);
+    EXPECT_EQ(std::string(e.data, e.file_size), "hello");
+
+    const char* header = image.data() + first.size();
+    char name[5];
+    cpio_entity_ext all{};
+    all.user = 42;
+    all.name = name;
+    all.name_buffer_size = 4;
+    EXPECT_EQ(reader.ops->fill_extended_entity(header, &all, first.size()), nullptr);
+    EXPECT_EQ(all.ino, numbers.ino);
+    all.name_buffer_size = 5;
+    ASSERT_EQ(reader.ops->fill_extended_entity(header, &all, first.size()), &all);
+    EXPECT_STREQ(name, "name");
+    EXPECT_EQ(all.user, 42U);
+    EXPECT_EQ(all.header_offset, first.size());
+    EXPECT_EQ(image.data() + all.data_offset, e.data);
+    EXPECT_EQ(all.data_end_offset - all.data_offset, make == newc ? 8U : make == odc ? 5U : 6U);
+    EXPECT_EQ(all.name_size, 5U);
+    EXPECT_EQ(all.mtime, numbers.mtime);
+    EXPECT_EQ(all.mode, numbers.mode);
+    EXPECT_EQ(all.file_size, 5U);
+    EXPECT_EQ(all.gid, numbers.gid);
+    EXPECT_EQ(all.uid, numbers.uid);
+    EXPECT_EQ(all.nlink, numbers.nlink);
+    // Device 0x809 is major 8, minor 9.
+    EXPECT_EQ(all.dev_major, 8U);
+    EXPECT_EQ(all.dev_minor, 9U);
+    EXPECT_EQ(all.rdev_major, make == newc ? 10U : 0U);
+    EXPECT_EQ(all.rdev_minor, make == newc ? 11U : 0U);
+
+    // A name without its NUL stays within the buffer.
+    Header bare;
+    bare.name_size = 5;
+    const std::string unended = make(bare, "abcdefg", "");
+    ASSERT_NE(reader.ops->fill_extended_entity(unended.data(), &all, 0), nullptr);
+    EXPECT_STREQ(name, "abcd");
+}
+
+TEST_P(CpioFormat, TakesOddNamesAndEnds) {
+    const MakeEntry make = GetParam().make;
+    const std::string one = entry(make, "one", "data");
+    const Entries only_one = {{"one", "data"}};
+    const std::string other_format = make == newc ? trailer(odc) : trailer(newc);
+    for (const std::string& rest : {""s, "junk"s, "0707"s, std::string(1, '\0'), other_format}) {
+        EXPECT_EQ(walk(one + rest).entries, only_one) << rest;
+        EXPECT_EQ(walk(one + rest).violation, nullptr);
+    }
+    // A name that is shorter than its size is shown, but never found.
+    const std::string odd = entry(make, "x\0y"s, "data") + trailer(make);
+    EXPECT_EQ(walk(odd).entries, (Entries{{"x", "data"}}));
+    cpioread_ctx reader;
+    cpio_entity e;
+    ASSERT_NE(cpioread_init(&reader, odd.data()), nullptr);
+    EXPECT_EQ(cpioread_find(&reader, &e, "x"), nullptr);
+    // Whatever begins like the trailer ends the archive; what stands behind it does not count.
+    EXPECT_EQ(walk(one + entry(make, "TRAILER!!!x", "data") + one).entries, only_one);
+    EXPECT_EQ(walk(one + entry(make, "TRAILER!!", "") + one).entries.size(), 3U);
+}
+
+TEST_P(CpioFormat, RefusesWhatRunsOverTheEnd) {
+    const MakeEntry make = GetParam().make;
+    auto accepted = [&](const Header& header, const std::string& name, const std::string& data) {
+        const auto result = walk(entry(make, "good", "12") + make(header, name, data));
+        EXPECT_EQ(result.violation, nullptr);
+        return result.accepted;
+    };
+    const uint32_t most = make == odc ? 0777777 : make == newc ? 0xFFFFFFFF : 0xFFFF;
+    EXPECT_TRUE(accepted({.file_size = 4, .name_size = 4}, "abc\0"s, "1234"));
+    EXPECT_TRUE(accepted({.file_size = 4, .name_size = 4}, "a\0bc"s, "1234"));
+    EXPECT_FALSE(accepted({.file_size = 4, .name_size = 3}, "abc\0"s, "1234"));
+    EXPECT_FALSE(accepted({.file_size = 4, .name_size = 0}, "\0\0\0\0"s, "1234"));
+    EXPECT_FALSE(accepted({.file_size = 5, .name_size = 4}, "abc\0"s, "1234"));
+    EXPECT_FALSE(accepted({.file_size = 4, .name_size = most}, "abc\0"s, "1234"));
+    EXPECT_FALSE(accepted({.file_size = 0xFFFFFFFF, .name_size = 4}, "abc\0"s, "1234"));
+    EXPECT_FALSE(accepted({.file_size = 0, .name_size = 64}, "abc\0"s, ""));
+    EXPECT_FALSE(accepted({.file_size = 0, .name_size = 11}, "TRAILER!!!", ""));
+    EXPECT_FALSE(walk("").accepted);
+    EXPECT_FALSE(walk("not a cpio archive").accepted);
+}
+
+// Every piece of an archive gives the first entries of the whole one, or nothing.
+TEST_P(CpioFormat, SurvivesBeingCutOff) {
+    const std::string image = archive(GetParam().make);
+    size_t whole = 0;
+    for (size_t size = 0; size < image.size(); size++) {
+        const auto result = walk(std::string_view(image).substr(0, size));
+        ASSERT_EQ(result.violation, nullptr) << size;
+        ASSERT_LE(result.entries.size(), sample.size());
+        ASSERT_TRUE(std::equal(result.entries.begin(), result.entries.end(), sample.begin())) << size;
+        whole += result.entries.size() == sample.size() ? 1 : 0;
+    }
+    EXPECT_GT(whole, 0U);
+}
+
+TEST_P(CpioFormat, SurvivesBentBytes) {
+    const std::string image = archive(GetParam().make);
+    for (size_t place = 0; place < image.size(); place++) {
+        for (unsigned mask : {1, 2, 4, 8, 16, 32, 64, 128, 255}) {
+            std::string bent = image;
+            bent[place] = static_cast<char>(bent[place] ^ mask);
+            ASSERT_EQ(walk(bent).violation, nullptr) << place << " ^ " << mask;
+        }
+    }
+}
+
+TEST(Cpio, LayoutOfNewc) {
+    const std::string image = entry(newc, "x", "hello") + trailer(newc);
+    EXPECT_EQ(cpio_ops__newc.get_data_offs(image.data()), 112U);
+    EXPECT_EQ(cpio_ops__newc.get_entry_size(image.data()), 120U);
+    EXPECT_EQ(cpio_ops__newc.get_name(image.data()), image.data() + 110);
+    // Archives with checksums have another magic.
+    EXPECT_EQ(cpio_find_ops_for_img__("070702"), nullptr);
+}
+
+TEST(Cpio, NumbersAreNotChecked) {
+    struct {
+        MakeEntry make;
+        size_t offset;  // of the field's last digits
+        const char* digits;
+        uint32_t value;
+    } const rows[] = {
+        {newc, 50, "aBcD", 0xABCD},
+        {newc, 50, "001G", 0x10 + 'G' - '0'},
+        {newc, 50, "00:0", 0xA0},
+        {newc, 50, "0 00", uint32_t{0} - 0x1000},
+        {newc, 50, "000\xFF", 0xFF - '0'},
+        {odc, 55, "0019", 8 + 9},
+        {odc, 55, "0a00", ('a' - '0') * 64},
+        {odc, 55, "000 ", uint32_t{0} - 16},
+    };
+    for (const auto& row : rows) {
+        std::string image = entry(row.make, "x", "", {.mtime = 0});
+        image.replace(row.offset, 4, row.digits);
+        image += std::string(cpio_image_slack, '\0');
+        cpioread_ctx reader;
+        cpio_entity e;
+        ASSERT_NE(cpioread_init(&reader, image.data()), nullptr);
+        ASSERT_NE(cpioread_first(&reader, &e), nullptr);
+        EXPECT_EQ(e.mtime, row.value) << row.digits;
+    }
+}
+
+TEST(Cpio, EveryBinaryHeaderHasItsOwnByteOrder) {
+    const std::string image =
+        entry(bin, "one", "1") + entry(swapped, "two", "22") + entry(bin, "three") + trailer(swapped);
+    EXPECT_EQ(walk(image).entries, (Entries{{"one", "1"}, {"two", "22"}, {"three", ""}}));
+}
+
+// The 33rd bit would be lost in the record.
+TEST(Cpio, RefusesDataOf4GiB) {
+    // Pages that are not looked at cost nothing.
+    constexpr size_t size = (size_t{1} << 32) + 4096;
+    void* const image = mmap(nullptr, size + cpio_image_slack, PROT_READ | PROT_WRITE,
+                             MAP_PRIVATE | MAP_ANONYMOUS | MAP_NORESERVE, -1, 0);
+    ASSERT_NE(image, MAP_FAILED);
+    auto accepted = [&](uint64_t file_size) {
+        const std::string header = odc({.file_size = file_size, .name_size = 2}, "x\0"s, "");
+        memcpy(image, header.data(), header.size());
+        return cpioread_check(image, size);
+    };
+    EXPECT_TRUE(accepted(0xFFFFFFFF));
+    EXPECT_FALSE(accepted(0x100000000));
+    munmap(image, size + cpio_image_slack);
+}
+
+TEST(Cpio, TakesNullAndForeignImages) {
+    cpioread_ctx reader{.ops = &cpio_ops__odc, .image = "", .count = 7, .current = nullptr};
+    EXPECT_EQ(cpioread_init(&reader, "this is no archive"), nullptr);
+    EXPECT_EQ(reader.ops, nullptr);
+    EXPECT_EQ(reader.image, nullptr);
+    EXPECT_EQ(reader.count, 0U);
+    cpio_entity e;
+    EXPECT_EQ(cpioread_first(&reader, &e), nullptr);
+    EXPECT_EQ(cpioread_next(&reader, &e), nullptr);
+    EXPECT_EQ(cpioread_first(nullptr, &e), nullptr);
+    EXPECT_EQ(cpioread_next(nullptr, &e), nullptr);
+    EXPECT_EQ(cpioread_find(nullptr, &e, "x"), nullptr);
+}
+
+}  // namespace
