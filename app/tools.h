@@ -13,7 +13,7 @@
     PENDING("chroot", gn_chroot)     \
     PENDING("cmp", gn_cmp)           \
     READY("cp", gn_cp)               \
-    PENDING("cpio2", gn_cpio2)       \
+    READY("cpio2", gn_cpio2)         \
     PENDING("dd", gn_dd)             \
     PENDING("df", gn_df)             \
     READY("echo", gn_echo)           \
