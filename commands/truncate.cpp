@@ -31,7 +31,7 @@ constexpr const char* usage[] = {
 
 // False with errno. A device that takes no more without an error ends it as well.
 bool append_zeros(int fd, int64_t count) {
-    static const char zeros[size_t{1} << 16] = {};
+    static char zeros[size_t{1} << 16] = {};
     while (count > 0) {
         const ssize_t step = write(fd, zeros, static_cast<size_t>(std::min<int64_t>(count, sizeof zeros)));
         if (step == 0) break;
