@@ -68,10 +68,6 @@ uint64_t width_of(const colp_column& column) {
     return uint64_t{column.left_width} + column.right_width;
 }
 
-char justification_character(const colp_column& column) {
-    return static_cast<char>(column.justification_character);
-}
-
 bool on_character(uint32_t justification) {
     return justification == COLP_JUST_CHAR || justification == COLP_JUST_CHAR_LAST;
 }
@@ -98,7 +94,7 @@ void widen(colp_column& column, size_t left, size_t right) {
 void measure_text(colp_column& column, uint32_t justification, const char* text, size_t length) {
     if (length > INT32_MAX) return;
     if (!on_character(justification)) return widen(column, length, 0);
-    const size_t left = left_part(justification, text, length, justification_character(column));
+    const size_t left = left_part(justification, text, length, column.justification_character);
     // A text without the character stands as if the character followed it.
     if (left == 0) return widen(column, length + 1, 0);
     widen(column, left, length - left);
@@ -142,7 +138,8 @@ void measure_cell(colp_column& column, const colp_cell& cell) {
     }
     for (const colp_row* row = table.first_row; row != nullptr; row = row->next) {
         colp_column* column = table.first_column;
-        for (const colp_cell* cell = row->first_cell; cell != nullptr; cell = cell->next) {
+        for (const colp_cell* cell = row->first_cell; cell != nullptr && column != nullptr;
+             cell = cell->next) {
             measure_cell(*column, *cell);
             column = column->next;
         }
@@ -196,7 +193,7 @@ void print_justified(Output& out, uint32_t justification, std::string_view text,
     case COLP_JUST_CHAR:
     case COLP_JUST_CHAR_LAST: {
         const uint64_t left =
-            left_part(justification, text.data(), text.size(), justification_character(column));
+            left_part(justification, text.data(), text.size(), column.justification_character);
         if (left != 0) {
             before = column.left_width > left ? column.left_width - left : 0;
             behind = column.right_width > length - left ? column.right_width - (length - left) : 0;

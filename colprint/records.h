@@ -83,7 +83,7 @@ struct colp_column {
     uint32_t summarize;
     uint64_t sum;
     uint32_t id;
-    int32_t justification_character;
+    char justification_character;
 };
 
 struct colp_table {
