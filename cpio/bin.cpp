@@ -8,10 +8,10 @@ namespace {
 
 using cpio::at;
 using cpio::Field;
-using cpio::round_up;
 
 constexpr cpio::Layout layout = {
     .header_size = 26,
+    .padding = 2,
     .name_size = {20, 1},
     .mtime = {16, 2},
     .mode = {6, 1},
@@ -26,9 +26,6 @@ constexpr Field dev = {2, 1};
 
 constexpr uint32_t native_magic = 070707;
 constexpr uint32_t swapped_magic = 0xC771;
-
-// Name and data are each filled up to a multiple of this.
-constexpr uint64_t padding = 2;
 
 uint32_t read_word(const void* header, uint64_t offset) {
     uint16_t word;
@@ -76,11 +73,11 @@ bool bin_is_trailer(const void* header) {
 }
 
 uint64_t bin_get_data_offs(const void* header) {
-    return layout.header_size + round_up(read_field(header, layout.name_size), padding);
+    return cpio::data_offset(layout, read_field(header, layout.name_size));
 }
 
 uint64_t bin_get_entry_size(const void* header) {
-    return bin_get_data_offs(header) + round_up(read_field(header, layout.file_size), padding);
+    return bin_get_data_offs(header) + cpio::padded(layout, read_field(header, layout.file_size));
 }
 
 bool bin_name_equal(const void* header, const char* name, size_t length) {
@@ -88,7 +85,7 @@ bool bin_name_equal(const void* header, const char* name, size_t length) {
 }
 
 void bin_fill_simple_entity(const void* header, cpio_entity* entity) {
-    cpio::fill_simple(header, layout, read_field, bin_get_data_offs(header), entity);
+    cpio::fill_simple(header, layout, read_field, entity);
 }
 
 cpio_entity_ext* bin_fill_extended_entity(const void* header, cpio_entity_ext* entity, uint64_t offset) {
@@ -97,9 +94,7 @@ cpio_entity_ext* bin_fill_extended_entity(const void* header, cpio_entity_ext* e
     entity->dev_minor = static_cast<uint32_t>(minor(device));
     entity->rdev_major = 0;
     entity->rdev_minor = 0;
-    bool fits =
-        cpio::fill_extended(header, layout, read_field, offset, bin_get_data_offs(header), padding, entity);
-    return fits ? entity : nullptr;
+    return cpio::fill_extended(header, layout, read_field, offset, entity) ? entity : nullptr;
 }
 
 }  // namespace

@@ -8,12 +8,12 @@ namespace {
 
 using cpio::at;
 using cpio::Field;
-using cpio::round_up;
 
 constexpr unsigned digits = 8;
 
 constexpr cpio::Layout layout = {
     .header_size = 110,
+    .padding = 4,
     .name_size = {94, digits},
     .mtime = {46, digits},
     .mode = {14, digits},
@@ -27,9 +27,6 @@ constexpr Field dev_major = {62, digits};
 constexpr Field dev_minor = {70, digits};
 constexpr Field rdev_major = {78, digits};
 constexpr Field rdev_minor = {86, digits};
-
-// Header with name, and data, are each filled up to a multiple of this.
-constexpr uint64_t padding = 4;
 
 // Digits are not checked: any other byte counts as its distance from '0'.
 constexpr auto digit_values = [] {
@@ -69,11 +66,11 @@ bool newc_is_trailer(const void* header) {
 }
 
 uint64_t newc_get_data_offs(const void* header) {
-    return round_up(layout.header_size + read_field(header, layout.name_size), padding);
+    return cpio::data_offset(layout, read_field(header, layout.name_size));
 }
 
 uint64_t newc_get_entry_size(const void* header) {
-    return newc_get_data_offs(header) + round_up(read_field(header, layout.file_size), padding);
+    return newc_get_data_offs(header) + cpio::padded(layout, read_field(header, layout.file_size));
 }
 
 bool newc_name_equal(const void* header, const char* name, size_t length) {
@@ -81,7 +78,7 @@ bool newc_name_equal(const void* header, const char* name, size_t length) {
 }
 
 void newc_fill_simple_entity(const void* header, cpio_entity* entity) {
-    cpio::fill_simple(header, layout, read_field, newc_get_data_offs(header), entity);
+    cpio::fill_simple(header, layout, read_field, entity);
 }
 
 cpio_entity_ext* newc_fill_extended_entity(const void* header, cpio_entity_ext* entity, uint64_t offset) {
@@ -89,9 +86,7 @@ cpio_entity_ext* newc_fill_extended_entity(const void* header, cpio_entity_ext* 
     entity->dev_minor = read_field(header, dev_minor);
     entity->rdev_major = read_field(header, rdev_major);
     entity->rdev_minor = read_field(header, rdev_minor);
-    bool fits =
-        cpio::fill_extended(header, layout, read_field, offset, newc_get_data_offs(header), padding, entity);
-    return fits ? entity : nullptr;
+    return cpio::fill_extended(header, layout, read_field, offset, entity) ? entity : nullptr;
 }
 
 }  // namespace

@@ -11,6 +11,7 @@ using cpio::Field;
 
 constexpr cpio::Layout layout = {
     .header_size = 76,
+    .padding = 1,
     .name_size = {59, 6},
     .mtime = {48, 11},
     .mode = {18, 6},
@@ -52,7 +53,7 @@ bool odc_is_trailer(const void* header) {
 }
 
 uint64_t odc_get_data_offs(const void* header) {
-    return layout.header_size + read_field(header, layout.name_size);
+    return cpio::data_offset(layout, read_field(header, layout.name_size));
 }
 
 // Of the whole size, also where that is more than a record can hold: the next header is there.
@@ -65,7 +66,7 @@ bool odc_name_equal(const void* header, const char* name, size_t length) {
 }
 
 void odc_fill_simple_entity(const void* header, cpio_entity* entity) {
-    cpio::fill_simple(header, layout, read_field, odc_get_data_offs(header), entity);
+    cpio::fill_simple(header, layout, read_field, entity);
 }
 
 cpio_entity_ext* odc_fill_extended_entity(const void* header, cpio_entity_ext* entity, uint64_t offset) {
@@ -74,8 +75,7 @@ cpio_entity_ext* odc_fill_extended_entity(const void* header, cpio_entity_ext* e
     entity->dev_minor = static_cast<uint32_t>(minor(device));
     entity->rdev_major = 0;
     entity->rdev_minor = 0;
-    bool fits = cpio::fill_extended(header, layout, read_field, offset, odc_get_data_offs(header), 1, entity);
-    return fits ? entity : nullptr;
+    return cpio::fill_extended(header, layout, read_field, offset, entity) ? entity : nullptr;
 }
 
 }  // namespace
