@@ -1,0 +1,630 @@
+// Linux: the mount table of this process, /proc/self/mountinfo (see proc(5)), what sysfs tells of block
+// devices, and the calls around them.
+//
+// A mount is found by its number, which the kernel gives for every open file: paths can lie (mounts are
+// stacked on one another, and directories are shown in several places), and so do device numbers.
+
+#include <algorithm>
+#include <cerrno>
+#include <csignal>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <new>
+#include <span>
+#include <string_view>
+#include <utility>
+
+#include <fcntl.h>
+#include <poll.h>
+#include <sys/mount.h>
+#include <sys/stat.h>
+#include <sys/statfs.h>
+#include <sys/syscall.h>
+#include <sys/sysmacros.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include "platform/mounts.h"
+#include "platform/platform.h"
+
+namespace {
+
+// How long a file system may take to answer before it counts as hung.
+constexpr uint32_t patience_ms = 3000;
+
+// File systems that are served by this kernel alone, from memory or from its own disks: asking them cannot
+// hang. Every other one may wait for a server or another process.
+constexpr std::string_view local_types[] = {
+    "bcachefs", "bdev",    "binfmt_misc", "bpf",    "btrfs",     "cgroup",   "cgroup2", "configfs",
+    "cpuset",   "cramfs",  "debugfs",     "devpts", "devtmpfs",  "efivarfs", "erofs",   "exfat",
+    "ext2",     "ext3",    "ext4",        "f2fs",   "fusectl",   "hfs",      "hfsplus", "hugetlbfs",
+    "iso9660",  "jffs2",   "jfs",         "minix",  "mqueue",    "msdos",    "nilfs2",  "nsfs",
+    "ntfs3",    "overlay", "proc",        "pstore", "ramfs",     "reiserfs", "rootfs",  "securityfs",
+    "squashfs", "sysfs",   "tmpfs",       "udf",    "selinuxfs", "tracefs",  "ubifs",   "vfat",
+    "xfs",      "zfs",
+};
+
+class Fd {
+  public:
+    explicit Fd(int fd) : fd_(fd) {}
+    Fd(const Fd&) = delete;
+    Fd& operator=(const Fd&) = delete;
+    ~Fd() {
+        if (fd_ < 0) return;
+        const int error = errno;
+        close(fd_);
+        errno = error;
+    }
+    [[nodiscard]] int get() const { return fd_; }
+    [[nodiscard]] bool valid() const { return fd_ >= 0; }
+
+  private:
+    int fd_;
+};
+
+// ---- the mount table
+
+struct Mount {
+    uint64_t id;
+    uint64_t parent_id;
+    uint32_t device_major;
+    uint32_t device_minor;
+    const char* point;
+    const char* source;
+    const Mount* parent;  // null when it lies outside the root directory of this process
+    bool local;           // of a type that answers for itself
+    bool covered;         // by a mount further up in its parent
+};
+
+// Takes the text up to the next blank off the front, and undoes its escapes: the kernel writes blanks, line
+// ends and backslashes as a backslash and three octal digits.
+char* take_field(char** rest) {
+    char* field = *rest;
+    char* end = field + strcspn(field, " ");
+    *rest = *end != '\0' ? end + 1 : end;
+    *end = '\0';
+    char* to = field;
+    for (const char* from = field; *from != '\0';) {
+        unsigned byte = 0;
+        int digits = 0;
+        if (*from == '\\') {
+            while (digits < 3 && from[1 + digits] >= '0' && from[1 + digits] <= '7')
+                byte = byte * 8 + static_cast<unsigned>(from[1 + digits++] - '0');
+        }
+        *to++ = digits == 3 ? static_cast<char>(byte) : *from;
+        from += digits == 3 ? 4 : 1;
+    }
+    *to = '\0';
+    return field;
+}
+
+// 36 35 98:0 /root /mount/point options [tag:value...] - type source options
+bool parse_mount(char* line, Mount* mount) {
+    char* end = nullptr;
+    mount->id = strtoull(line, &end, 10);
+    if (*end != ' ') return false;
+    mount->parent_id = strtoull(end, &end, 10);
+    if (*end != ' ') return false;
+    mount->device_major = static_cast<uint32_t>(strtoul(end, &end, 10));
+    if (*end != ':') return false;
+    mount->device_minor = static_cast<uint32_t>(strtoul(end + 1, &end, 10));
+    if (*end != ' ') return false;
+    char* rest = end + 1;
+    take_field(&rest);
+    mount->point = take_field(&rest);
+    const char* field = take_field(&rest);
+    while (field[0] != '\0' && strcmp(field, "-") != 0) field = take_field(&rest);
+    if (field[0] == '\0') return false;
+    const std::string_view type = take_field(&rest);
+    mount->local = std::find(std::begin(local_types), std::end(local_types), type) != std::end(local_types);
+    mount->source = take_field(&rest);
+    mount->parent = nullptr;
+    mount->covered = false;
+    return true;
+}
+
+template <class T>
+bool grow(T** array, size_t* capacity, size_t least) {
+    const size_t wanted = std::max(least, *capacity * 2);
+    size_t bytes;
+    if (__builtin_mul_overflow(wanted, sizeof(T), &bytes)) {
+        errno = ENOMEM;
+        return false;
+    }
+    T* larger = static_cast<T*>(realloc(*array, bytes));
+    if (larger == nullptr) return false;
+    *array = larger;
+    *capacity = wanted;
+    return true;
+}
+
+// A copy of the table at one moment.
+class MountTable {
+  public:
+    MountTable() = default;
+    MountTable(const MountTable&) = delete;
+    MountTable& operator=(const MountTable&) = delete;
+    ~MountTable() {
+        free(text_);
+        free(mounts_);
+        free(order_);
+    }
+
+    // False with errno.
+    [[nodiscard]] bool load() { return read_text() && parse() && connect(); }
+
+    // Finds out which mounts are covered. False with errno.
+    [[nodiscard]] bool look_for_covered();
+
+    [[nodiscard]] std::span<const Mount> mounts() const { return {mounts_, count_}; }
+
+    // Null if there is none.
+    [[nodiscard]] const Mount* find(uint64_t id) const {
+        Mount** end = order_ + count_;
+        Mount** found = std::lower_bound(order_, end, id,
+                                         [](const Mount* mount, uint64_t key) { return mount->id < key; });
+        return found != end && (*found)->id == id ? *found : nullptr;
+    }
+
+    // What is mounted on top at a path.
+    [[nodiscard]] const Mount* find(const char* point) const {
+        for (size_t i = count_; i > 0; i--) {
+            if (strcmp(mounts_[i - 1].point, point) == 0) return &mounts_[i - 1];
+        }
+        return nullptr;
+    }
+
+  private:
+    bool read_text();
+    bool parse();
+    bool connect();
+
+    char* text_ = nullptr;
+    Mount* mounts_ = nullptr;
+    Mount** order_ = nullptr;  // by number
+    size_t count_ = 0;
+};
+
+bool MountTable::read_text() {
+    Fd file(open("/proc/self/mountinfo", O_RDONLY | O_CLOEXEC));
+    if (!file.valid()) return false;
+    size_t capacity = 0;
+    for (size_t used = 0;;) {
+        if (capacity - used < 4096 && !grow(&text_, &capacity, 16384)) return false;
+        const ssize_t got = read(file.get(), text_ + used, capacity - used - 1);
+        if (got < 0 && errno != EINTR) return false;
+        if (got > 0) used += static_cast<size_t>(got);
+        if (got == 0) {
+            text_[used] = '\0';
+            return true;
+        }
+    }
+}
+
+bool MountTable::parse() {
+    size_t capacity = 0;
+    for (char* line = text_; *line != '\0';) {
+        char* end = line + strcspn(line, "\n");
+        char* next = *end != '\0' ? end + 1 : end;
+        *end = '\0';
+        if (count_ == capacity && !grow(&mounts_, &capacity, 64)) return false;
+        if (parse_mount(line, &mounts_[count_])) count_++;
+        line = next;
+    }
+    return true;
+}
+
+bool MountTable::connect() {
+    size_t capacity = 0;
+    if (!grow(&order_, &capacity, count_ + 1)) return false;
+    for (size_t i = 0; i < count_; i++) order_[i] = &mounts_[i];
+    std::sort(order_, order_ + count_, [](const Mount* a, const Mount* b) { return a->id < b->id; });
+    for (Mount& mount : std::span(mounts_, count_)) {
+        // The first mount of all is its own parent.
+        if (mount.parent_id != mount.id) mount.parent = find(mount.parent_id);
+    }
+    return true;
+}
+
+// A mount that stands in the same parent on a directory above hides what is mounted below that directory.
+bool MountTable::look_for_covered() {
+    struct Place {
+        uint64_t parent_id;
+        std::string_view point;
+        bool operator<(const Place& other) const {
+            return parent_id != other.parent_id ? parent_id < other.parent_id : point < other.point;
+        }
+    };
+    Place* places = nullptr;
+    size_t capacity = 0;
+    if (!grow(&places, &capacity, count_ + 1)) return false;
+    for (size_t i = 0; i < count_; i++) places[i] = {mounts_[i].parent_id, mounts_[i].point};
+    std::sort(places, places + count_);
+    for (Mount& mount : std::span(mounts_, count_)) {
+        const std::string_view point = mount.point;
+        for (size_t end = 0; end < point.size() && point != "/" && !mount.covered; end++) {
+            if (point[end] != '/') continue;
+            const Place above{mount.parent_id, {point.data(), std::max(end, size_t{1})}};
+            mount.covered = std::binary_search(places, places + count_, above);
+        }
+    }
+    free(places);
+    return true;
+}
+
+bool is_hidden(const Mount* mount) {
+    while (mount != nullptr && !mount->covered) mount = mount->parent;
+    return mount != nullptr;
+}
+
+bool may_hang(const Mount& mount) {
+    const Mount* at = &mount;
+    while (at != nullptr && at->local) at = at->parent;
+    return at != nullptr;
+}
+
+// ---- iterations
+
+struct Iteration {
+    uint32_t handle;
+    Iteration* next;
+    size_t position;
+    MountTable table;
+};
+
+// The open ones, the newest first.
+Iteration* iterations = nullptr;
+uint32_t newest_handle = 0;
+
+// The table to look in: that of an open iteration, so that who visits all mounts does not read the table
+// again for each of them; otherwise one of its own.
+class CurrentTable {
+  public:
+    [[nodiscard]] bool load() {
+        if (iterations == nullptr) return own_.load();
+        shared_ = &iterations->table;
+        return true;
+    }
+    // Null with errno if there is none, or a table cannot be read.
+    [[nodiscard]] const Mount* find(uint64_t id) {
+        const Mount* mount = table().find(id);
+        if (mount == nullptr && shared_ != nullptr) {
+            shared_ = nullptr;
+            if (!own_.load()) return nullptr;
+            mount = own_.find(id);
+        }
+        if (mount == nullptr) errno = ENOENT;
+        return mount;
+    }
+    [[nodiscard]] const MountTable& table() const { return shared_ != nullptr ? *shared_ : own_; }
+
+  private:
+    MountTable own_;
+    const MountTable* shared_ = nullptr;
+};
+
+// ---- asking about a path
+
+// What statx(2) fills in, as far as it matters here: musl does not declare it.
+struct KernelStatus {
+    uint32_t mask;
+    uint32_t unused1[33];
+    uint32_t device_major;
+    uint32_t device_minor;
+    uint64_t mount_id;
+    uint64_t unused2[13];
+};
+static_assert(sizeof(KernelStatus) == 256);
+
+constexpr unsigned statx_mount_id = 0x1000;        // STATX_MNT_ID
+constexpr unsigned statx_without_asking = 0x4000;  // AT_STATX_DONT_SYNC
+
+struct Answer {
+    int error;
+    uint64_t mount_id;
+    struct statfs numbers;
+};
+
+// Before Linux 5.8, and where a sandbox forbids statx: "mnt_id:" among what proc tells of a descriptor.
+bool mount_id_from_proc(int fd, uint64_t* id) {
+    char text[64];
+    snprintf(text, sizeof text, "/proc/self/fdinfo/%d", fd);
+    Fd file(open(text, O_RDONLY | O_CLOEXEC));
+    char info[1024];
+    const ssize_t got = file.valid() ? read(file.get(), info, sizeof info - 1) : -1;
+    if (got < 0) return false;
+    info[got] = '\0';
+    const char* line = strstr(info, "mnt_id:");
+    if (line == nullptr) {
+        errno = ENOSYS;
+        return false;
+    }
+    *id = strtoull(line + strlen("mnt_id:"), nullptr, 10);
+    return true;
+}
+
+bool mount_id_of(int fd, uint64_t* id) {
+    KernelStatus status{};
+    const unsigned flags = AT_EMPTY_PATH | statx_without_asking;
+    if (syscall(SYS_statx, fd, "", flags, statx_mount_id, &status) != 0 ||
+        (status.mask & statx_mount_id) == 0)
+        return mount_id_from_proc(fd, id);
+    *id = status.mount_id;
+    return true;
+}
+
+enum class Numbers { wanted, unwanted };
+
+Answer ask(const char* path, Numbers numbers) {
+    Answer answer{};
+    // Opened as a mere place: no right to the file is needed, and neither a device nor a pipe notices.
+    Fd fd(open(path, O_PATH | O_CLOEXEC));
+    if (!fd.valid() || !mount_id_of(fd.get(), &answer.mount_id) ||
+        (numbers == Numbers::wanted && fstatfs(fd.get(), &answer.numbers) != 0)) {
+        answer.error = errno;
+    }
+    return answer;
+}
+
+// Reads the answer from the pipe, but waits no longer than patience lasts.
+void await(int pipe, Answer* answer) {
+    const uint32_t start = TickGetCount();
+    size_t filled = 0;
+    while (filled < sizeof *answer) {
+        const uint32_t waited = TickGetCount() - start;
+        pollfd event{pipe, POLLIN, 0};
+        const int ready = waited < patience_ms ? poll(&event, 1, static_cast<int>(patience_ms - waited)) : 0;
+        if (ready < 0 && errno == EINTR) continue;
+        if (ready <= 0) {
+            answer->error = ready == 0 ? ETIMEDOUT : errno;
+            return;
+        }
+        const ssize_t got = read(pipe, reinterpret_cast<char*>(answer) + filled, sizeof *answer - filled);
+        if (got < 0 && errno == EINTR) continue;
+        if (got <= 0) {
+            answer->error = EIO;
+            return;
+        }
+        filled += static_cast<size_t>(got);
+    }
+}
+
+// The same through another process, which is left behind when it hangs: what waits inside the kernel for a
+// server cannot be interrupted, only killed, and sometimes not even that.
+Answer ask_with_patience(const char* path) {
+    Answer answer{};
+    int ends[2];
+    if (pipe2(ends, O_CLOEXEC) != 0) {
+        answer.error = errno;
+        return answer;
+    }
+    const Fd from(ends[0]);
+    const pid_t child = fork();
+    if (child == 0) {
+        // Who waits for the end of our output must not wait for this process.
+        for (int fd = 0; fd <= STDERR_FILENO; fd++) {
+            if (fd != ends[1]) close(fd);
+        }
+        answer = ask(path, Numbers::wanted);
+        const ssize_t written = write(ends[1], &answer, sizeof answer);
+        _exit(written == sizeof answer ? 0 : 1);
+    }
+    if (child < 0) answer.error = errno;
+    close(ends[1]);
+    if (child < 0) return answer;
+    await(from.get(), &answer);
+    const bool hangs = answer.error == ETIMEDOUT;
+    if (hangs) kill(child, SIGKILL);
+    while (waitpid(child, nullptr, hangs ? WNOHANG : 0) < 0 && errno == EINTR) {
+    }
+    return answer;
+}
+
+// ---- describing a file system
+
+// A value from the text of a uevent file, KEY=VALUE lines, up to the end of its line. Empty if it is not
+// there.
+std::string_view uevent_value(const char* text, std::string_view key) {
+    for (const char* line = text; *line != '\0';) {
+        const char* end = line + strcspn(line, "\n");
+        if (static_cast<size_t>(end - line) > key.size() && memcmp(line, key.data(), key.size()) == 0 &&
+            line[key.size()] == '=') {
+            const char* value = line + key.size() + 1;
+            return {value, static_cast<size_t>(end - value)};
+        }
+        line = *end != '\0' ? end + 1 : end;
+    }
+    return {};
+}
+
+// Reads a small file of sysfs as text. False if it cannot be read.
+bool read_attribute(int dir, const char* name, char* text, size_t size) {
+    Fd file(openat(dir, name, O_RDONLY | O_CLOEXEC));
+    const ssize_t got = file.valid() ? read(file.get(), text, size - 1) : -1;
+    text[std::max(got, ssize_t{0})] = '\0';
+    return got >= 0;
+}
+
+uint64_t read_number(int dir, const char* name) {
+    char text[64];
+    return read_attribute(dir, name, text, sizeof text) ? strtoull(text, nullptr, 10) : 0;
+}
+
+void set_text(char* to, size_t size, std::string_view from) {
+    const size_t length = std::min(from.size(), size - 1);
+    memcpy(to, from.data(), length);
+    to[length] = '\0';
+}
+
+// Name, unit and location from sysfs. False, with nothing filled in, when this is no block device.
+bool describe_block_device(uint32_t major_number, uint32_t minor_number, FileSystem* record) {
+    char path[64];
+    snprintf(path, sizeof path, "/sys/dev/block/%u:%u", major_number, minor_number);
+    Fd dir(platform::open_passage(AT_FDCWD, path));
+    char uevent[1024];
+    if (!dir.valid() || !read_attribute(dir.get(), "uevent", uevent, sizeof uevent)) return false;
+    const std::string_view name = uevent_value(uevent, "DEVNAME");
+    if (name.empty()) return false;
+    set_text(record->device_name, sizeof record->device_name, name);
+    record->device_unit = static_cast<int32_t>(minor_number);
+    record->first_block = read_number(dir.get(), "start");  // only partitions have one
+    record->block_count = read_number(dir.get(), "size");
+    // The directory of a partition lies in that of its disk.
+    if (uevent_value(uevent, "DEVTYPE") == "partition" &&
+        read_attribute(dir.get(), "../uevent", uevent, sizeof uevent)) {
+        set_text(record->host_name, sizeof record->host_name, uevent_value(uevent, "DEVNAME"));
+        const std::string_view unit = uevent_value(uevent, "MINOR");
+        record->host_unit = unit.empty() ? 0 : static_cast<int32_t>(strtol(unit.data(), nullptr, 10));
+    }
+    return true;
+}
+
+void describe_device(const Mount& mount, FileSystem* record) {
+    record->id = uint64_t{mount.device_major} << 32 | mount.device_minor;
+    if (describe_block_device(mount.device_major, mount.device_minor, record)) return;
+    // Some file systems on disks (btrfs) show a device number of their own. Their source is the block device.
+    struct stat source;
+    if (strncmp(mount.source, "/dev/", 5) == 0 && stat(mount.source, &source) == 0 &&
+        S_ISBLK(source.st_mode) &&
+        describe_block_device(major(source.st_rdev), minor(source.st_rdev), record))
+        return;
+    set_text(record->device_name, sizeof record->device_name, mount.source);
+}
+
+// The mount of a number. In a changed root directory that is no mount point, the one that it lies in is not
+// in the table; all that there is to know of it is the device. False with errno, ENOENT for a detached mount.
+bool find_mount(uint64_t id, CurrentTable* table, Mount* mount) {
+    const Mount* listed = table->find(id);
+    if (listed != nullptr) {
+        *mount = *listed;
+        return true;
+    }
+    const int error = errno;
+    const Answer root = ask("/", Numbers::unwanted);
+    struct stat status;
+    if (root.error != 0 || root.mount_id != id || stat("/", &status) != 0) {
+        errno = error;
+        return false;
+    }
+    *mount = {};
+    mount->point = "/";
+    mount->source = "none";
+    mount->device_major = major(status.st_dev);
+    mount->device_minor = minor(status.st_dev);
+    return true;
+}
+
+// Fills the record, and name (which may be null) with the mount point. False with errno.
+bool describe(const Answer& answer, CurrentTable* table, FileSystem* record, char* name, size_t size) {
+    if (answer.error != 0) {
+        errno = answer.error;
+        return false;
+    }
+    Mount mount;
+    if (!find_mount(answer.mount_id, table, &mount)) return false;
+    if (name != nullptr) {
+        const size_t length = strlen(mount.point) + 1;
+        if (length > size) {
+            errno = ENAMETOOLONG;
+            return false;
+        }
+        memcpy(name, mount.point, length);
+    }
+    const struct statfs& numbers = answer.numbers;
+    *record = {};
+    record->type = static_cast<uint32_t>(numbers.f_type);
+    record->block_size = static_cast<uint32_t>(numbers.f_frsize != 0 ? numbers.f_frsize : numbers.f_bsize);
+    record->blocks = numbers.f_blocks;
+    record->free_blocks = numbers.f_bfree;
+    record->inodes = numbers.f_files;
+    record->free_inodes = numbers.f_ffree;
+    describe_device(mount, record);
+    return true;
+}
+
+}  // namespace
+
+uint32_t e_openmnt() {
+    void* memory = malloc(sizeof(Iteration));
+    if (memory == nullptr) return 0;
+    auto* opened = new (memory) Iteration{};
+    if (!opened->table.load() || !opened->table.look_for_covered()) {
+        const int error = errno;
+        opened->~Iteration();
+        free(memory);
+        errno = error;
+        return 0;
+    }
+    if (++newest_handle == 0) ++newest_handle;
+    opened->handle = newest_handle;
+    opened->next = iterations;
+    iterations = opened;
+    return opened->handle;
+}
+
+char* e_readmnt(uint32_t handle, char* buffer, size_t size) {
+    Iteration* at = iterations;
+    while (at != nullptr && at->handle != handle) at = at->next;
+    if (at == nullptr) {
+        errno = EBADF;
+        return nullptr;
+    }
+    const std::span<const Mount> mounts = at->table.mounts();
+    while (at->position < mounts.size() && is_hidden(&mounts[at->position])) at->position++;
+    if (at->position == mounts.size()) {
+        errno = 0;
+        return nullptr;
+    }
+    const char* point = mounts[at->position].point;
+    const size_t length = strlen(point) + 1;
+    if (length > size) {
+        errno = ERANGE;
+        return nullptr;
+    }
+    at->position++;
+    return static_cast<char*>(memcpy(buffer, point, length));
+}
+
+void e_closemnt(uint32_t handle) {
+    Iteration** link = &iterations;
+    while (*link != nullptr && (*link)->handle != handle) link = &(*link)->next;
+    Iteration* closed = *link;
+    if (closed == nullptr) return;
+    *link = closed->next;
+    closed->~Iteration();
+    free(closed);
+}
+
+char* statfsmnt(const char* path, FileSystem* record, char* name, size_t size) {
+    CurrentTable current;
+    if (!current.load()) return nullptr;
+    // Which mounts the path leads through shows only on the way.
+    const std::span<const Mount> mounts = current.table().mounts();
+    const bool all_local = std::all_of(mounts.begin(), mounts.end(), [](const Mount& m) { return m.local; });
+    const Answer answer = all_local ? ask(path, Numbers::wanted) : ask_with_patience(path);
+    return describe(answer, &current, record, name, size) ? name : nullptr;
+}
+
+namespace platform {
+
+int statfs(const char* mount_path, FileSystem* record) {
+    CurrentTable current;
+    if (!current.load()) return -1;
+    const Mount* mount = current.table().find(mount_path);
+    const bool patience = mount == nullptr || may_hang(*mount);
+    const Answer answer = patience ? ask_with_patience(mount_path) : ask(mount_path, Numbers::wanted);
+    return describe(answer, &current, record, nullptr, 0) ? 0 : -1;
+}
+
+char* holding_mount(const char* path, FileSystem* record, char* name, size_t size) {
+    CurrentTable current;
+    if (!current.load()) return nullptr;
+    return describe(ask(path, Numbers::unwanted), &current, record, name, size) ? name : nullptr;
+}
+
+int umount(const char* mount_path, bool force) {
+    return umount2(mount_path, UMOUNT_NOFOLLOW | (force ? MNT_FORCE : 0));
+}
+
+}  // namespace platform
