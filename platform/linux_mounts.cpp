@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <climits>
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
@@ -124,47 +125,57 @@ bool parse_mount(char* line, Mount* mount) {
     return true;
 }
 
+// Memory from malloc for elements that need no construction.
 template <class T>
-bool grow(T** array, size_t* capacity, size_t least) {
-    const size_t wanted = std::max(least, *capacity * 2);
-    size_t bytes;
-    if (__builtin_mul_overflow(wanted, sizeof(T), &bytes)) {
-        errno = ENOMEM;
-        return false;
+class Array {
+  public:
+    Array() = default;
+    Array(const Array&) = delete;
+    Array& operator=(const Array&) = delete;
+    ~Array() { free(data_); }
+
+    // Makes room for at least that many elements, or for twice as many as before. False with errno.
+    [[nodiscard]] bool grow(size_t least) {
+        const size_t wanted = std::max(least, capacity_ * 2);
+        size_t bytes;
+        if (__builtin_mul_overflow(wanted, sizeof(T), &bytes)) {
+            errno = ENOMEM;
+            return false;
+        }
+        T* larger = static_cast<T*>(realloc(data_, bytes));
+        if (larger == nullptr) return false;
+        data_ = larger;
+        capacity_ = wanted;
+        return true;
     }
-    T* larger = static_cast<T*>(realloc(*array, bytes));
-    if (larger == nullptr) return false;
-    *array = larger;
-    *capacity = wanted;
-    return true;
-}
+
+    [[nodiscard]] size_t capacity() const { return capacity_; }
+    [[nodiscard]] T* data() const { return data_; }
+    [[nodiscard]] T& operator[](size_t index) const { return data_[index]; }
+
+  private:
+    T* data_ = nullptr;
+    size_t capacity_ = 0;
+};
 
 // A copy of the table at one moment.
 class MountTable {
   public:
-    MountTable() = default;
-    MountTable(const MountTable&) = delete;
-    MountTable& operator=(const MountTable&) = delete;
-    ~MountTable() {
-        free(text_);
-        free(mounts_);
-        free(order_);
-    }
-
     // False with errno.
     [[nodiscard]] bool load() { return read_text() && parse() && connect(); }
 
     // Finds out which mounts are covered. False with errno.
     [[nodiscard]] bool look_for_covered();
 
-    [[nodiscard]] std::span<const Mount> mounts() const { return {mounts_, count_}; }
+    [[nodiscard]] std::span<const Mount> mounts() const { return all(); }
 
     // Null if there is none.
     [[nodiscard]] const Mount* find(uint64_t id) const {
-        Mount** end = order_ + count_;
-        Mount** found = std::lower_bound(order_, end, id,
-                                         [](const Mount* mount, uint64_t key) { return mount->id < key; });
-        return found != end && (*found)->id == id ? *found : nullptr;
+        const size_t* begin = order_.data();
+        const size_t* end = begin + count_;
+        const size_t* found = std::lower_bound(
+            begin, end, id, [this](size_t index, uint64_t wanted) { return mounts_[index].id < wanted; });
+        return found != end && mounts_[*found].id == id ? &mounts_[*found] : nullptr;
     }
 
     // What is mounted on top at a path.
@@ -180,19 +191,20 @@ class MountTable {
     bool parse();
     bool connect();
 
-    char* text_ = nullptr;
-    Mount* mounts_ = nullptr;
-    Mount** order_ = nullptr;  // by number
+    [[nodiscard]] std::span<Mount> all() const { return {mounts_.data(), count_}; }
+
+    Array<char> text_;
+    Array<Mount> mounts_;
+    Array<size_t> order_;  // indices, by number
     size_t count_ = 0;
 };
 
 bool MountTable::read_text() {
     Fd file(open("/proc/self/mountinfo", O_RDONLY | O_CLOEXEC));
     if (!file.valid()) return false;
-    size_t capacity = 0;
     for (size_t used = 0;;) {
-        if (capacity - used < 4096 && !grow(&text_, &capacity, 16384)) return false;
-        const ssize_t got = read(file.get(), text_ + used, capacity - used - 1);
+        if (text_.capacity() - used < 4096 && !text_.grow(16384)) return false;
+        const ssize_t got = read(file.get(), text_.data() + used, text_.capacity() - used - 1);
         if (got < 0 && errno != EINTR) return false;
         if (got > 0) used += static_cast<size_t>(got);
         if (got == 0) {
@@ -203,12 +215,11 @@ bool MountTable::read_text() {
 }
 
 bool MountTable::parse() {
-    size_t capacity = 0;
-    for (char* line = text_; *line != '\0';) {
+    for (char* line = text_.data(); *line != '\0';) {
         char* end = line + strcspn(line, "\n");
         char* next = *end != '\0' ? end + 1 : end;
         *end = '\0';
-        if (count_ == capacity && !grow(&mounts_, &capacity, 64)) return false;
+        if (count_ == mounts_.capacity() && !mounts_.grow(64)) return false;
         if (parse_mount(line, &mounts_[count_])) count_++;
         line = next;
     }
@@ -216,11 +227,11 @@ bool MountTable::parse() {
 }
 
 bool MountTable::connect() {
-    size_t capacity = 0;
-    if (!grow(&order_, &capacity, count_ + 1)) return false;
-    for (size_t i = 0; i < count_; i++) order_[i] = &mounts_[i];
-    std::sort(order_, order_ + count_, [](const Mount* a, const Mount* b) { return a->id < b->id; });
-    for (Mount& mount : std::span(mounts_, count_)) {
+    if (!order_.grow(count_ + 1)) return false;
+    for (size_t i = 0; i < count_; i++) order_[i] = i;
+    std::sort(order_.data(), order_.data() + count_,
+              [this](size_t a, size_t b) { return mounts_[a].id < mounts_[b].id; });
+    for (Mount& mount : all()) {
         // The first mount of all is its own parent.
         if (mount.parent_id != mount.id) mount.parent = find(mount.parent_id);
     }
@@ -236,20 +247,19 @@ bool MountTable::look_for_covered() {
             return parent_id != other.parent_id ? parent_id < other.parent_id : point < other.point;
         }
     };
-    Place* places = nullptr;
-    size_t capacity = 0;
-    if (!grow(&places, &capacity, count_ + 1)) return false;
+    Array<Place> memory;
+    if (!memory.grow(count_ + 1)) return false;
+    const std::span<Place> places(memory.data(), count_);
     for (size_t i = 0; i < count_; i++) places[i] = {mounts_[i].parent_id, mounts_[i].point};
-    std::sort(places, places + count_);
-    for (Mount& mount : std::span(mounts_, count_)) {
+    std::sort(places.begin(), places.end());
+    for (Mount& mount : all()) {
         const std::string_view point = mount.point;
         for (size_t end = 0; end < point.size() && point != "/" && !mount.covered; end++) {
             if (point[end] != '/') continue;
             const Place above{mount.parent_id, {point.data(), std::max(end, size_t{1})}};
-            mount.covered = std::binary_search(places, places + count_, above);
+            mount.covered = std::binary_search(places.begin(), places.end(), above);
         }
     }
-    free(places);
     return true;
 }
 
@@ -354,12 +364,32 @@ bool mount_id_of(int fd, uint64_t* id) {
     return true;
 }
 
+// Opens a path of any length as a mere place: no right to the file is needed, and neither a device nor a pipe
+// notices. -1 with errno.
+int open_place(const char* path) {
+    int dir = AT_FDCWD;
+    // The kernel takes less than PATH_MAX bytes at a time.
+    while (dir != -1 && strlen(path) >= PATH_MAX) {
+        const Fd above(dir);
+        char part[PATH_MAX];
+        size_t cut = sizeof part - 1;
+        while (cut > 0 && path[cut] != '/') cut--;
+        memcpy(part, path, cut);
+        part[cut] = '\0';
+        dir = openat(dir, cut > 0 ? part : path, O_PATH | O_DIRECTORY | O_CLOEXEC);
+        path += cut;
+        while (*path == '/') path++;
+    }
+    if (dir == -1) return -1;
+    const Fd above(dir);
+    return openat(dir, dir != AT_FDCWD && *path == '\0' ? "." : path, O_PATH | O_CLOEXEC);
+}
+
 enum class Numbers { wanted, unwanted };
 
 Answer ask(const char* path, Numbers numbers) {
     Answer answer{};
-    // Opened as a mere place: no right to the file is needed, and neither a device nor a pipe notices.
-    Fd fd(open(path, O_PATH | O_CLOEXEC));
+    const Fd fd(open_place(path));
     if (!fd.valid() || !mount_id_of(fd.get(), &answer.mount_id) ||
         (numbers == Numbers::wanted && fstatfs(fd.get(), &answer.numbers) != 0)) {
         answer.error = errno;
@@ -367,8 +397,8 @@ Answer ask(const char* path, Numbers numbers) {
     return answer;
 }
 
-// Reads the answer from the pipe, but waits no longer than patience lasts.
-void await(int pipe, Answer* answer) {
+// Reads the answer from the pipe, but waits no longer than patience lasts. False when there was none.
+bool await(int pipe, Answer* answer) {
     const uint32_t start = TickGetCount();
     size_t filled = 0;
     while (filled < sizeof *answer) {
@@ -378,16 +408,17 @@ void await(int pipe, Answer* answer) {
         if (ready < 0 && errno == EINTR) continue;
         if (ready <= 0) {
             answer->error = ready == 0 ? ETIMEDOUT : errno;
-            return;
+            return false;
         }
         const ssize_t got = read(pipe, reinterpret_cast<char*>(answer) + filled, sizeof *answer - filled);
         if (got < 0 && errno == EINTR) continue;
         if (got <= 0) {
             answer->error = EIO;
-            return;
+            return false;
         }
         filled += static_cast<size_t>(got);
     }
+    return true;
 }
 
 // The same through another process, which is left behind when it hangs: what waits inside the kernel for a
@@ -413,30 +444,14 @@ Answer ask_with_patience(const char* path) {
     if (child < 0) answer.error = errno;
     close(ends[1]);
     if (child < 0) return answer;
-    await(from.get(), &answer);
-    const bool hangs = answer.error == ETIMEDOUT;
-    if (hangs) kill(child, SIGKILL);
-    while (waitpid(child, nullptr, hangs ? WNOHANG : 0) < 0 && errno == EINTR) {
+    const bool answered = await(from.get(), &answer);
+    if (!answered) kill(child, SIGKILL);
+    while (waitpid(child, nullptr, answered ? 0 : WNOHANG) < 0 && errno == EINTR) {
     }
     return answer;
 }
 
 // ---- describing a file system
-
-// A value from the text of a uevent file, KEY=VALUE lines, up to the end of its line. Empty if it is not
-// there.
-std::string_view uevent_value(const char* text, std::string_view key) {
-    for (const char* line = text; *line != '\0';) {
-        const char* end = line + strcspn(line, "\n");
-        if (static_cast<size_t>(end - line) > key.size() && memcmp(line, key.data(), key.size()) == 0 &&
-            line[key.size()] == '=') {
-            const char* value = line + key.size() + 1;
-            return {value, static_cast<size_t>(end - value)};
-        }
-        line = *end != '\0' ? end + 1 : end;
-    }
-    return {};
-}
 
 // Reads a small file of sysfs as text. False if it cannot be read.
 bool read_attribute(int dir, const char* name, char* text, size_t size) {
@@ -445,6 +460,35 @@ bool read_attribute(int dir, const char* name, char* text, size_t size) {
     text[std::max(got, ssize_t{0})] = '\0';
     return got >= 0;
 }
+
+// A block device as its uevent file tells of it, in lines of KEY=VALUE.
+class Uevent {
+  public:
+    // The file of the directory dir, or of the one above. False if there is none.
+    [[nodiscard]] bool read(int dir, const char* file) {
+        return read_attribute(dir, file, text_, sizeof text_);
+    }
+
+    // Empty if it is not there.
+    [[nodiscard]] std::string_view value(std::string_view key) const {
+        for (const char* line = text_; *line != '\0';) {
+            const char* end = line + strcspn(line, "\n");
+            const auto length = static_cast<size_t>(end - line);
+            if (length > key.size() && memcmp(line, key.data(), key.size()) == 0 && line[key.size()] == '=')
+                return {line + key.size() + 1, length - key.size() - 1};
+            line = *end != '\0' ? end + 1 : end;
+        }
+        return {};
+    }
+
+    [[nodiscard]] int32_t unit() const {
+        const std::string_view minor_number = value("MINOR");
+        return minor_number.empty() ? 0 : static_cast<int32_t>(strtol(minor_number.data(), nullptr, 10));
+    }
+
+  private:
+    char text_[4096];
+};
 
 uint64_t read_number(int dir, const char* name) {
     char text[64];
@@ -461,21 +505,18 @@ void set_text(char* to, size_t size, std::string_view from) {
 bool describe_block_device(uint32_t major_number, uint32_t minor_number, FileSystem* record) {
     char path[64];
     snprintf(path, sizeof path, "/sys/dev/block/%u:%u", major_number, minor_number);
-    Fd dir(platform::open_passage(AT_FDCWD, path));
-    char uevent[1024];
-    if (!dir.valid() || !read_attribute(dir.get(), "uevent", uevent, sizeof uevent)) return false;
-    const std::string_view name = uevent_value(uevent, "DEVNAME");
-    if (name.empty()) return false;
-    set_text(record->device_name, sizeof record->device_name, name);
-    record->device_unit = static_cast<int32_t>(minor_number);
+    const Fd dir(platform::open_passage(AT_FDCWD, path));
+    Uevent device;
+    if (!dir.valid() || !device.read(dir.get(), "uevent") || device.value("DEVNAME").empty()) return false;
+    set_text(record->device_name, sizeof record->device_name, device.value("DEVNAME"));
+    record->device_unit = device.unit();
     record->first_block = read_number(dir.get(), "start");  // only partitions have one
     record->block_count = read_number(dir.get(), "size");
     // The directory of a partition lies in that of its disk.
-    if (uevent_value(uevent, "DEVTYPE") == "partition" &&
-        read_attribute(dir.get(), "../uevent", uevent, sizeof uevent)) {
-        set_text(record->host_name, sizeof record->host_name, uevent_value(uevent, "DEVNAME"));
-        const std::string_view unit = uevent_value(uevent, "MINOR");
-        record->host_unit = unit.empty() ? 0 : static_cast<int32_t>(strtol(unit.data(), nullptr, 10));
+    Uevent host;
+    if (device.value("DEVTYPE") == "partition" && host.read(dir.get(), "../uevent")) {
+        set_text(record->host_name, sizeof record->host_name, host.value("DEVNAME"));
+        record->host_unit = host.unit();
     }
     return true;
 }

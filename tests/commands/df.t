@@ -1,0 +1,27 @@
+  $ garnel df -a --help
+  Usage: df [OPTION]... [FILE]...
+  Report file system disk space usage.
+  
+      -a    display all mount points
+      -h    human readable (print sizes in powers of 1024)
+      -i    display i-node stats
+      -L    display physical location of the file system
+      -T    display file system type
+  $ streams garnel df -hz
+  2> df: unknown switch: -z
+  [100]
+
+The header comes first, whatever happens then, and operands that cannot be examined do not stop the others:
+
+  $ streams garnel df none /proc '' -L -T -i
+  Filesystem     Type          1K-blocks         Used        Avail Use%    B-First    B-Count   Inodes    IUsed    IFree IUse% Mounted on
+  -proc/0        proc                  0            0            0    -          -          -        0        0        0     - /proc
+  2> df: 'none': No such file or directory
+  2> df: '': No such file or directory
+  [1]
+  $ garnel df -ihT /proc/self
+  Filesystem     Type        Size  Used Avail Use%   Inodes    IUsed    IFree IUse% Mounted on
+  -proc/0        proc          0k    0k    0k    -        0        0        0     - /proc
+  $ garnel df >/dev/full
+  df: write error: No space left on device
+  [1]

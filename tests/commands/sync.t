@@ -1,0 +1,10 @@
+  $ garnel sync --help
+  Usage: sync [OPTION]...
+  Force changed blocks to disk.
+  $ garnel sync
+  $ streams garnel sync . -z
+  2> sync: unknown switch: -z
+  [100]
+  $ streams garnel sync . ..
+  2> sync: extra operand '.'
+  [1]

@@ -1,0 +1,24 @@
+  $ garnel umount --help
+  Usage: umount [OPTION]... MOUNTPOINT...
+  Unmount or cleanup filesystems.
+  
+      -D    delete mountpoint directory
+      -f    force unmount
+      -R    recursive
+      -v    verbose mode
+  $ garnel umount -vz
+  umount: unknown switch: -z
+  [100]
+  $ garnel umount -DfR
+  umount: missing operand
+  [1]
+
+What cannot be found or is not mounted does not stop the others:
+
+  $ mkdir dir && touch dir/file
+  $ streams garnel umount none dir -v dir/file/ '' | sed "s:$PWD:PWD:"
+  umount: PWD/dir: stat filesystem
+  2> umount: none: No such file or directory
+  2> umount: PWD/dir: not mounted
+  2> umount: dir/file/: Not a directory
+  2> umount: : No such file or directory

@@ -1,0 +1,230 @@
+// The mount table in its corners, each in a mount namespace of its own.
+
+#include "common/mounts.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <cstddef>
+#include <cstring>
+#include <filesystem>
+#include <set>
+#include <string>
+#include <vector>
+
+#include <fcntl.h>
+#include <linux/filter.h>
+#include <linux/seccomp.h>
+#include <sched.h>
+#include <sys/mount.h>
+#include <sys/prctl.h>
+#include <sys/stat.h>
+#include <sys/syscall.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include "lib/containers/deque.h"
+#include "platform/mounts.h"
+
+namespace {
+
+void mount_tmpfs(const std::string& path, const char* source = "none") {
+    ASSERT_EQ(mount(source, path.c_str(), "tmpfs", 0, nullptr), 0) << path << ": " << strerror(errno);
+}
+
+// Runs a body in another process, in an empty directory of a new namespace.
+class Mounts : public testing::Test {
+  protected:
+    void SetUp() override {
+        ASSERT_NE(mkdtemp(dir_), nullptr);
+        if (run([] {}) != 0) GTEST_SKIP() << "nothing can be mounted here";
+    }
+    void TearDown() override { rmdir(dir_); }
+
+    template <class Body>
+    void in_namespace(Body body) {
+        EXPECT_EQ(run(body), 0) << "see above, or a crash";
+    }
+
+    template <class Body>
+    int run(Body body) {
+        const pid_t child = fork();
+        if (child == 0) {
+            if (unshare(CLONE_NEWNS) != 0 || mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) != 0 ||
+                mount("base", dir_, "tmpfs", 0, nullptr) != 0 || chdir(dir_) != 0)
+                _exit(1);
+            body();
+            _exit(HasFailure() ? 1 : 0);
+        }
+        int status = -1;
+        waitpid(child, &status, 0);
+        return status;
+    }
+
+    std::string path(const std::string& name) const { return std::string(dir_) + "/" + name; }
+
+    // The mount point that holds a path.
+    static std::string holder(const std::string& name) {
+        FileSystem record;
+        char found[4096];
+        return statfsmnt(name.c_str(), &record, found, sizeof found) != nullptr ? found : strerror(errno);
+    }
+
+    char dir_[32] = "/tmp/mounts.XXXXXX";
+};
+
+TEST_F(Mounts, ListIsSortedAndComplete) {
+    in_namespace([&] {
+        std::vector<std::string> made;
+        for (const char* name : {"c", "a", "a/x", "a-x", "b", "\xff", "a\\b", " ", "B", "a/x/y", "a/x/y"}) {
+            std::filesystem::create_directory(name);
+            mount_tmpfs(name);
+            made.push_back(path(name));
+        }
+        // Enough to fill several blocks of the list.
+        for (int i = 0; i < 600; i++) {
+            const std::string name = "b/" + std::to_string(i * 7919 % 600);
+            std::filesystem::create_directory(name);
+            mount_tmpfs(name);
+            made.push_back(path(name));
+        }
+        std::sort(made.begin(), made.end());
+
+        deque* list = gn_mntlist();
+        ASSERT_NE(list, nullptr);
+        std::vector<std::string> listed;
+        for (size_t i = 0; i < list->count; i++) listed.emplace_back(*static_cast<char**>(deque_at(list, i)));
+        EXPECT_EQ(gn_free_mntlist(list), 0);
+        EXPECT_TRUE(std::is_sorted(listed.begin(), listed.end()));
+        std::erase_if(listed, [&](const std::string& entry) { return !entry.starts_with(path("")); });
+        EXPECT_EQ(listed, made);
+    });
+    EXPECT_EQ(gn_free_mntlist(nullptr), -1);
+}
+
+TEST_F(Mounts, IterationsStandAlone) {
+    in_namespace([&] {
+        const uint32_t first = e_openmnt();
+        const std::string late(200, 'l');
+        mkdir(late.c_str(), 0755);
+        mount_tmpfs(late);
+        const uint32_t second = e_openmnt();
+        ASSERT_NE(first, 0U);
+        ASSERT_NE(second, 0U);
+        ASSERT_NE(first, second);
+
+        // Each shows the moment at which it was opened. What does not fit is not lost.
+        std::set<std::string> seen[2];
+        const uint32_t handles[] = {first, second};
+        for (const int i : {1, 0}) {
+            char buffer[4096];
+            for (;;) {
+                if (e_readmnt(handles[i], buffer, 100) == nullptr) {
+                    if (errno != ERANGE) break;
+                    ASSERT_EQ(e_readmnt(handles[i], buffer, sizeof buffer), buffer);
+                }
+                seen[i].insert(buffer);
+            }
+            EXPECT_EQ(errno, 0);
+            EXPECT_EQ(e_readmnt(handles[i], buffer, sizeof buffer), nullptr);
+        }
+        EXPECT_FALSE(seen[0].contains(path(late)));
+        EXPECT_EQ(seen[1].erase(path(late)), 1U);
+        EXPECT_EQ(seen[0], seen[1]);
+
+        // An iteration from before the mount does not keep it from being found.
+        e_closemnt(second);
+        EXPECT_EQ(holder(late), path(late));
+        e_closemnt(first);
+        e_closemnt(first);
+        char byte;
+        EXPECT_EQ(e_readmnt(first, &byte, 1), nullptr);
+        EXPECT_EQ(errno, EBADF);
+    });
+}
+
+// Forbids statx, as an old kernel does. True on success.
+bool forbid_statx() {
+    sock_filter code[] = {
+        BPF_STMT(BPF_LD | BPF_W | BPF_ABS, offsetof(seccomp_data, nr)),
+        BPF_JUMP(BPF_JMP | BPF_JEQ | BPF_K, SYS_statx, 0, 1),
+        BPF_STMT(BPF_RET | BPF_K, SECCOMP_RET_ERRNO | ENOSYS),
+        BPF_STMT(BPF_RET | BPF_K, SECCOMP_RET_ALLOW),
+    };
+    const sock_fprog program{4, code};
+    return prctl(PR_SET_NO_NEW_PRIVS, 1, 0, 0, 0) == 0 &&
+           prctl(PR_SET_SECCOMP, SECCOMP_MODE_FILTER, &program) == 0 &&
+           syscall(SYS_statx, AT_FDCWD, "/", 0, 0, nullptr) == -1 && errno == ENOSYS;
+}
+
+TEST_F(Mounts, HolderIsFoundWithAndWithoutStatx) {
+    for (const bool statx : {true, false}) {
+        in_namespace([&] {
+            if (!statx) {
+                ASSERT_TRUE(forbid_statx());
+            }
+            for (const char* name : {"low", "bound", "base"}) mkdir(name, 0755);
+            mount_tmpfs("low", "low");
+            mkdir("low/in", 0755);
+            ASSERT_EQ(mount("low/in", "bound", nullptr, MS_BIND, nullptr), 0);
+            const int covered = open("low/in", O_RDONLY | O_DIRECTORY);
+            mount_tmpfs(path("low"), "high");
+            symlink("low/../bound", "link");
+
+            EXPECT_EQ(holder("."), path("").substr(0, path("").size() - 1));
+            EXPECT_EQ(holder("base"), holder("."));
+            EXPECT_EQ(holder("low"), path("low"));
+            EXPECT_EQ(holder("link"), path("bound"));
+            EXPECT_EQ(holder("low/in"), strerror(ENOENT));
+
+            // The id tells file systems apart, not mounts.
+            FileSystem low, high, bound, below;
+            char name[4096];
+            ASSERT_NE(statfsmnt("low", &high, name, sizeof name), nullptr);
+            ASSERT_NE(statfsmnt("bound", &bound, name, sizeof name), nullptr);
+            ASSERT_EQ(fchdir(covered), 0);
+            ASSERT_NE(statfsmnt(".", &low, name, sizeof name), nullptr);
+            EXPECT_EQ(name, path("low"));
+            EXPECT_STREQ(low.device_name, "low");
+            EXPECT_STREQ(high.device_name, "high");
+            ASSERT_NE(platform::holding_mount(".", &below, name, sizeof name), nullptr);
+            EXPECT_EQ(low.id, bound.id);
+            EXPECT_EQ(low.id, below.id);
+            EXPECT_NE(low.id, high.id);
+            EXPECT_EQ(below.blocks, 0U);
+
+            EXPECT_EQ(statfsmnt(".", &low, name, path("low").size()), nullptr);
+            EXPECT_EQ(errno, ENAMETOOLONG);
+        });
+    }
+}
+
+TEST_F(Mounts, ChangedRootAndDetachedMounts) {
+    in_namespace([&] {
+        for (const char* name : {"root", "root/proc", "root/in", "gone"}) mkdir(name, 0755);
+        ASSERT_EQ(mount("proc", "root/proc", "proc", 0, nullptr), 0);
+        mount_tmpfs("root/in");
+        mount_tmpfs("gone");
+        const int gone = open("gone", O_RDONLY | O_DIRECTORY);
+        ASSERT_EQ(umount2("gone", MNT_DETACH), 0);
+        ASSERT_EQ(chroot("root"), 0);
+        ASSERT_EQ(chdir("/"), 0);
+
+        // The mount that holds the root directory is not in the table.
+        EXPECT_EQ(holder("in"), "/in");
+        EXPECT_EQ(holder("."), "/");
+        EXPECT_EQ(holder("proc/.."), "/");
+        FileSystem record;
+        char name[8];
+        ASSERT_NE(statfsmnt("/", &record, name, sizeof name), nullptr);
+        EXPECT_STREQ(record.device_name, "none");
+        EXPECT_NE(record.blocks, 0U);
+
+        // A detached mount is nowhere.
+        ASSERT_EQ(fchdir(gone), 0);
+        EXPECT_EQ(holder("."), strerror(ENOENT));
+    });
+}
+
+}  // namespace
