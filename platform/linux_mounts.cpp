@@ -171,11 +171,10 @@ class MountTable {
 
     // Null if there is none.
     [[nodiscard]] const Mount* find(uint64_t id) const {
-        const size_t* begin = order_.data();
-        const size_t* end = begin + count_;
-        const size_t* found = std::lower_bound(
-            begin, end, id, [this](size_t index, uint64_t wanted) { return mounts_[index].id < wanted; });
-        return found != end && mounts_[*found].id == id ? &mounts_[*found] : nullptr;
+        const auto below = [this](size_t index, uint64_t wanted) { return mounts_[index].id < wanted; };
+        const std::span<const size_t> order(order_.data(), count_);
+        const auto found = std::lower_bound(order.begin(), order.end(), id, below);
+        return found != order.end() && mounts_[*found].id == id ? &mounts_[*found] : nullptr;
     }
 
     // What is mounted on top at a path.
@@ -229,8 +228,9 @@ bool MountTable::parse() {
 bool MountTable::connect() {
     if (!order_.grow(count_ + 1)) return false;
     for (size_t i = 0; i < count_; i++) order_[i] = i;
+    const Mount* mounts = mounts_.data();
     std::sort(order_.data(), order_.data() + count_,
-              [this](size_t a, size_t b) { return mounts_[a].id < mounts_[b].id; });
+              [mounts](size_t a, size_t b) { return mounts[a].id < mounts[b].id; });
     for (Mount& mount : all()) {
         // The first mount of all is its own parent.
         if (mount.parent_id != mount.id) mount.parent = find(mount.parent_id);

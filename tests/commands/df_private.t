@@ -1,6 +1,6 @@
 Mounts are made in namespaces of their own:
+Needs: unshare -m true
 
-  $ unshare -m true || { echo 'skipped: nothing can be mounted here'; exit 80; }
   $ private() { unshare -m sh -ec "$1" 2>&1 | sed "s:$PWD:PWD:g"; }
   $ mkdir a b c
 

@@ -1,8 +1,8 @@
 The system is asked once to write everything back, also by umount whatever its operands are:
+Needs: strace -o /dev/null true
 
   $ export ASAN_OPTIONS=detect_leaks=0
   $ calls() { strace -o trace -e trace=sync "$@" 2>&1; grep -c '^sync() *= 0' trace; }
-  $ strace -o trace true 2>/dev/null || { echo 'skipped: there is no strace here'; exit 80; }
   $ calls garnel sync
   1
   $ calls garnel sync .
