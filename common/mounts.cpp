@@ -4,6 +4,7 @@
 #include <cstdlib>
 #include <cstring>
 
+#include "common/directory.h"
 #include "common/own.h"
 #include "lib/containers/container_deque.h"
 #include "platform/mounts.h"
@@ -66,10 +67,6 @@ int gn_free_mntlist(deque* list) {
         deque_pop_back(list);
     }
     return deque_release(list);
-}
-
-int cmp_SZ(const void* a, const void* b) {
-    return strcmp(*static_cast<const char* const*>(a), *static_cast<const char* const*>(b));
 }
 
 MountPoints::MountPoints() : handle_(e_openmnt()) {}

@@ -15,9 +15,6 @@ struct deque;
 // Frees a mount list and its strings. 0; -1 for null.
 int gn_free_mntlist(deque* list);
 
-// Orders an array of strings (const char* elements) by strcmp.
-[[nodiscard]] int cmp_SZ(const void* a, const void* b);
-
 // A walk over the mount points in the system's order, whatever their length.
 class MountPoints {
   public:
