@@ -164,6 +164,9 @@ struct KernelEntry {
     char name[1];
 };
 
+// Too large for a stack that may be limited to as much.
+alignas(KernelEntry) char names[size_t{1} << 16];
+
 timespec to_timespec(const KernelTime& time) {
     return {static_cast<time_t>(time.seconds), static_cast<long>(time.nanoseconds)};
 }
@@ -220,12 +223,12 @@ DirectoryNames::DirectoryNames(int dir) : dir_(dir) {
 const char* DirectoryNames::next() {
     if (position_ == filled_) {
         errno = 0;
-        const long count = syscall(SYS_getdents64, dir_, buffer_, sizeof buffer_);
+        const long count = syscall(SYS_getdents64, dir_, names, sizeof names);
         if (count <= 0) return nullptr;
         position_ = 0;
         filled_ = static_cast<size_t>(count);
     }
-    const char* entry = buffer_ + position_;
+    const char* entry = names + position_;
     uint16_t size;
     memcpy(&size, entry + offsetof(KernelEntry, size), sizeof size);
     position_ += size;

@@ -64,7 +64,8 @@ enum class Links { follow, keep };
 [[nodiscard]] int open_passage(int dir, const char* path, Links links = Links::follow);
 
 // Delivers the names in an open directory, in the system's order, from the first one on; in larger steps than
-// readdir, so that the system is seldom asked.
+// readdir, so that the system is seldom asked. All of them share one buffer: a directory must be done with before
+// the next one is begun.
 class DirectoryNames {
   public:
     explicit DirectoryNames(int dir);
@@ -80,7 +81,6 @@ class DirectoryNames {
     uint32_t type_ = 0;
     size_t position_ = 0;
     size_t filled_ = 0;
-    alignas(8) char buffer_[size_t{1} << 16];
 };
 
 }  // namespace platform

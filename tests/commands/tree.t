@@ -151,15 +151,15 @@ Names are bytes.
   `-- ^[M-^?
   1
 
-5,000 levels with 64 descriptors. The directories are made in memory where that is possible: disks are slow to
-remove them.
+5,000 levels with 64 descriptors and a small stack. The directories are made in memory where that is possible: disks
+are slow to remove them.
 
   $ deep=$(mktemp -d -p /dev/shm 2>/dev/null || mktemp -d)
   $ python3 -c '
   > import os, sys
   > os.chdir(sys.argv[1])
   > for i in range(5000): os.mkdir("d"); os.mkdir("e"); os.chdir("d")' "$deep"
-  $ (ulimit -n 64; garnel tree "$deep") | awk '{ n[$NF]++ } END { print NR, n["d"], n["e"], $0 }'
+  $ (ulimit -n 64; ulimit -s 64; garnel tree "$deep") | awk '{ n[$NF]++ } END { print NR, n["d"], n["e"], $0 }'
   10001 5000 5000 `-- e
   $ rm -r "$deep"
 
