@@ -7,6 +7,7 @@
 #include <cstdlib>
 #include <cstring>
 
+#include <fcntl.h>
 #include <unistd.h>
 
 #include "app/tools.h"
@@ -43,6 +44,14 @@ bool drop_privileges() {
     // The group first: without the user's rights it could no longer be given up.
     return setresgid(gid, gid, gid) == 0 && setresuid(uid, uid, uid) == 0 && getegid() == gid &&
            geteuid() == uid;
+}
+
+// A file that a command opens must not take the number of a standard stream that the caller closed: messages
+// would be written into it. What holds the number instead answers as if it were closed.
+void hold_standard_streams() {
+    for (int fd : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
+        if (fcntl(fd, F_GETFD) < 0) (void)platform::open_passage(AT_FDCWD, "/");
+    }
 }
 
 // Links are made and removed in the current directory. A link that is there already, or missing, is no reason
@@ -94,6 +103,7 @@ bool serve_itself(int argc, char** argv) {
 
 int main(int argc, char** argv) {
     if (!drop_privileges()) return cli::fail("garnel: cannot drop privileges: %s\n", gn_strerror(errno));
+    hold_standard_streams();
     output::prepare();
     if (argc < 1) return misused();
 

@@ -31,6 +31,11 @@ What has no size gets the zeros written behind its end. Not so a file that the u
   2> truncate: 'file': File too large
   5
 
+A message for a stream that is closed goes nowhere, least of all into the file that takes its place:
+
+  $ (ulimit -f 8; garnel truncate -s 1M big 2>&-); stat -c %s big
+  5
+
 There must be exactly one measure:
 
   $ for options in '' '-r big -s 5' '-s 5 -s 5' '-r big -r big' '-r none' '-s 1x' '-s -1' '-s 8E' '-r' '-s' '-o'; do
