@@ -57,15 +57,17 @@ CopyResult copy_data(int in, int out, int64_t begin, int64_t end) {
 
 // The data of a regular file, without its holes. Leaves both offsets where the rest, if there is one, is to
 // be read and written: behind the last hole, or where the file system stops telling data and holes apart.
-CopyResult copy_all_data(int in, int out, int64_t size) {
+CopyResult copy_all_data(int in, int out) {
     int64_t begin = 0, end = 0, offset = 0;
     for (; platform::find_data(in, offset, &begin, &end); offset = end) {
         const CopyResult result = copy_data(in, out, begin, end);
         if (result != CopyResult::complete) return result;
     }
-    if (errno == ENXIO && offset < size) {
-        if (ftruncate(out, size) != 0) return CopyResult::write_failed;
-        offset = size;
+    // The size counts as it is now: opening the copy has emptied a file that is copied to itself.
+    struct stat status;
+    if (errno == ENXIO && fstat(in, &status) == 0 && offset < status.st_size) {
+        if (ftruncate(out, status.st_size) != 0) return CopyResult::write_failed;
+        offset = status.st_size;
     }
     return seek_both(in, out, offset);
 }
@@ -78,7 +80,7 @@ CopyResult copy_file(int in, const struct stat& in_status, int out, const struct
     // Files that the kernel makes up as they are read claim to be empty.
     if (regular && (in_status.st_size > small_size || has_holes)) {
         if (platform::share_blocks(in, out)) return CopyResult::complete;
-        const CopyResult result = copy_all_data(in, out, in_status.st_size);
+        const CopyResult result = copy_all_data(in, out);
         if (result != CopyResult::complete) return result;
     }
     return copy_through_memory(in, out, INT64_MAX);
