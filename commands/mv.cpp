@@ -57,13 +57,12 @@ CString entry_name(const char* path) {
         fail(path, "out of memory.");
         return name;
     }
-    auto is_separator = [](char c) { return c == '/' || c == '\\'; };
-    size_t size = strlen(name.get());
-    while (size > 0 && is_separator(name.get()[size - 1])) size--;
-    name.get()[size] = '\0';
     const char* base = base_name(name.get());
+    for (size_t size = strlen(name.get()); size > 0 && base[0] == '\0'; base = base_name(name.get())) {
+        name.get()[--size] = '\0';
+    }
     if (base[0] == '\0' || strcmp(base, ".") == 0 || strcmp(base, "..") == 0) {
-        fail(path, gn_strerror(EINVAL));
+        fail(path, gn_strerror(path[0] == '\0' ? ENOENT : EINVAL));
         return CString();
     }
     return CString(garnel_strndup(base, strlen(base)));
@@ -128,24 +127,38 @@ class Move {
         struct stat status {};
         if (!examine(source, &status)) return fail(source.path, gn_strerror(errno));
 
-        // The destination's directories, each inside the other, under the source's own name.
-        CString target(garnel_strndup(name, strlen(name)));
+        Destination to{directories_.top(), name, nullptr};
+        CString target(garnel_strndup(name, strlen(name)));  // from the directory that was made last
+        UniqueFd found;
         struct stat existing;
         bool exists = false;
-        while (target && (exists = fstatat(directories_.top(), target.get(), &existing, 0) == 0) &&
-               S_ISDIR(existing.st_mode)) {
+        auto look = [&] {
+            // In a directory that was just made, a link that stands there already is somebody's trap.
+            exists =
+                fstatat(to.dir, to.name, &existing, source.status != nullptr ? AT_SYMLINK_NOFOLLOW : 0) == 0;
+            return exists && S_ISDIR(existing.st_mode);
+        };
+        // The destination's directories, each inside the other, under the source's own name.
+        while (target && look()) {
             if (source.status != nullptr) {
+                found = UniqueFd(platform::open_passage(to.dir, to.name, platform::Links::keep));
+                to.dir = found.get();
                 target = CString(concatenate({target.get(), "/", source.name}));
                 continue;
             }
             CString base = entry_name(source.name);
             if (!base) return false;
-            target = CString(gn_joinpath(target.get(), base.get()));
+            CString inner(gn_joinpath(target.get(), base.get()));
+            // A name that begins with a backslash is no way further in.
+            if (inner && strcmp(inner.get(), target.get()) == 0)
+                return fail(source.path, gn_strerror(EINVAL));
+            target = std::move(inner);
+            to.name = target.get();
         }
         if (!target || !path_.push(target.get())) return fail(source.path, "out of memory.");
+        to.path = path_.text();
         const size_t depth = walk_.depth();
-        const bool ok = move_to(source, status, {directories_.top(), target.get(), path_.text()},
-                                exists ? &existing : nullptr, &target);
+        const bool ok = move_to(source, status, to, exists ? &existing : nullptr, &target);
         if (walk_.depth() == depth) path_.pop();
         return ok;
     }
@@ -181,9 +194,8 @@ class Move {
         } else if (!targets_.push_back(target->get())) {
             fail(source.path, "out of memory");
         } else {
-            const char* name = target->release();
-            UniqueFd directory(platform::open_passage(to.dir, name, platform::Links::keep));
-            if (directories_.push(std::move(directory), name)) return true;
+            UniqueFd directory(platform::open_passage(to.dir, to.name, platform::Links::keep));
+            if (directories_.push(std::move(directory), target->release())) return true;
             fail(source.path, "out of memory");
             drop_target();
         }
