@@ -1,6 +1,7 @@
 // rm: removes files and directory trees.
 // Scripts rely on: a child that could not be removed shows up only as the failure of its directory; -f is
-// silent about what does not exist and about nothing else; an unknown switch is reported on standard output.
+// silent about what cannot be examined, whatever the reason, and about nothing else; an unknown switch is
+// reported on standard output.
 
 #include <cerrno>
 #include <span>
