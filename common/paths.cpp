@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <climits>
 #include <cstdlib>
 #include <cstring>
 #include <string_view>
@@ -69,6 +70,11 @@ int link_wrap(const char* from, const char* to) {
 }
 
 char* realpath_wrap(const char* path, char* resolved) {
+    // The system takes no path that long, but one of the C libraries does.
+    if (strnlen(path, PATH_MAX) == PATH_MAX) {
+        errno = ENAMETOOLONG;
+        return nullptr;
+    }
     char* result = realpath(path, resolved);
     // POSIX allows two leading slashes a meaning of their own, and one of the C libraries keeps them.
     if (result != nullptr && result[0] == '/' && result[1] == '/')

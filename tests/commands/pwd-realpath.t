@@ -50,6 +50,8 @@ With -e all of it must exist, and a backslash is part of a name:
   2> realpath: none: No such file or directory
   2> realpath: link\..: No such file or directory
   2> realpath: file/.: Not a directory
+  $ garnel realpath -e "$(printf '%2500s' | sed 's| |./|g')" 2>&1 | tail -c 21
+  : File name too long
 
   $ for command in 'realpath -q' 'realpath -s /' 'pwd -L'; do streams garnel $command; done
   2> realpath: missing operand
