@@ -8,6 +8,7 @@
 #include <cstring>
 
 #include <fcntl.h>
+#include <poll.h>
 #include <unistd.h>
 
 #include "app/tools.h"
@@ -49,8 +50,10 @@ bool drop_privileges() {
 // A file that a command opens must not take the number of a standard stream that the caller closed: messages
 // would be written into it. What holds the number instead answers as if it were closed.
 void hold_standard_streams() {
-    for (int fd : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
-        if (fcntl(fd, F_GETFD) < 0) (void)platform::open_passage(AT_FDCWD, "/");
+    pollfd streams[] = {{STDIN_FILENO, 0, 0}, {STDOUT_FILENO, 0, 0}, {STDERR_FILENO, 0, 0}};
+    if (poll(streams, 3, 0) <= 0) return;
+    for (const pollfd& stream : streams) {
+        if ((stream.revents & POLLNVAL) != 0) (void)platform::open_passage(AT_FDCWD, "/");
     }
 }
 
