@@ -238,7 +238,8 @@ bool MountTable::connect() {
     return true;
 }
 
-// A mount that stands in the same parent on a directory above hides what is mounted below that directory.
+// A mount that stands in the same parent on a directory above hides what is mounted below that directory. Not
+// so one on the root directory: paths begin below it.
 bool MountTable::look_for_covered() {
     struct Place {
         uint64_t parent_id;
@@ -254,9 +255,9 @@ bool MountTable::look_for_covered() {
     std::sort(places.begin(), places.end());
     for (Mount& mount : all()) {
         const std::string_view point = mount.point;
-        for (size_t end = 0; end < point.size() && point != "/" && !mount.covered; end++) {
+        for (size_t end = 1; end < point.size() && !mount.covered; end++) {
             if (point[end] != '/') continue;
-            const Place above{mount.parent_id, {point.data(), std::max(end, size_t{1})}};
+            const Place above{mount.parent_id, {point.data(), end}};
             mount.covered = std::binary_search(places.begin(), places.end(), above);
         }
     }

@@ -97,6 +97,12 @@ A file system is shown once, at its first mount point, unless -a is given; what 
   -two/0                 1024            0         1024   0% PWD/a/mnt
   -one/0                 1024            0         1024   0% PWD/b
 
+What is mounted on the root directory itself hides nothing, since paths begin below it:
+
+  $ private 'mount -t tmpfs -o size=1m one a; mount -t tmpfs top /; garnel df | tail -n 1; garnel umount /'
+  -one/0                 1024            0         1024   0% PWD/a
+  umount: /: this mountpoint contains mountpoints.
+
 Files can be mounted on, too:
 
   $ private 'touch a/file b/file; mount --bind a/file b/file; garnel df b/file; garnel umount -Dv b/file' | sed 's/.*%//; /=/d'
