@@ -35,15 +35,15 @@ namespace {
 constexpr uint32_t patience_ms = 3000;
 
 // File systems that are served by this kernel alone, from memory or from its own disks: asking them cannot
-// hang. Every other one may wait for a server or another process.
+// hang. Every other one may wait for a server or another process, as overlays do that lie upon such a one.
 constexpr std::string_view local_types[] = {
-    "bcachefs", "bdev",    "binfmt_misc", "bpf",    "btrfs",     "cgroup",   "cgroup2", "configfs",
-    "cpuset",   "cramfs",  "debugfs",     "devpts", "devtmpfs",  "efivarfs", "erofs",   "exfat",
-    "ext2",     "ext3",    "ext4",        "f2fs",   "fusectl",   "hfs",      "hfsplus", "hugetlbfs",
-    "iso9660",  "jffs2",   "jfs",         "minix",  "mqueue",    "msdos",    "nilfs2",  "nsfs",
-    "ntfs3",    "overlay", "proc",        "pstore", "ramfs",     "reiserfs", "rootfs",  "securityfs",
-    "squashfs", "sysfs",   "tmpfs",       "udf",    "selinuxfs", "tracefs",  "ubifs",   "vfat",
-    "xfs",      "zfs",
+    "bcachefs", "bdev",      "binfmt_misc", "bpf",        "btrfs",    "cgroup",   "cgroup2",
+    "configfs", "cpuset",    "cramfs",      "debugfs",    "devpts",   "devtmpfs", "efivarfs",
+    "erofs",    "exfat",     "ext2",        "ext3",       "ext4",     "f2fs",     "fusectl",
+    "hfs",      "hfsplus",   "hugetlbfs",   "iso9660",    "jffs2",    "jfs",      "minix",
+    "mqueue",   "msdos",     "nilfs2",      "nsfs",       "ntfs3",    "proc",     "pstore",
+    "ramfs",    "reiserfs",  "rootfs",      "securityfs", "squashfs", "sysfs",    "tmpfs",
+    "udf",      "selinuxfs", "tracefs",     "ubifs",      "vfat",     "xfs",      "zfs",
 };
 
 class Fd {
