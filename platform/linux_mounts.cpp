@@ -235,6 +235,12 @@ bool MountTable::connect() {
         // The first mount of all is its own parent.
         if (mount.parent_id != mount.id) mount.parent = find(mount.parent_id);
     }
+    // The kernel gives a long table in pieces: mounts that are moved meanwhile may seem to lie in each other.
+    for (Mount& mount : all()) {
+        size_t steps = 0;
+        for (const Mount* at = &mount; at != nullptr && steps <= count_; at = at->parent) steps++;
+        if (steps > count_) mount.parent = nullptr;
+    }
     return true;
 }
 

@@ -119,3 +119,12 @@ Without a mount table there is nothing to show but the header; an empty one is n
   $ for table in none /dev/null; do unshare -m sh -c 'mount --bind $1 /proc/$$/mountinfo; exec garnel df' sh $table; done
   Filesystem        1K-blocks         Used        Avail Use% Mounted on
   Filesystem        1K-blocks         Used        Avail Use% Mounted on
+
+One that was torn, as mounts moved while it was read, is no trap:
+
+  $ printf '%s - tmpfs x rw\n' '1 2 0:5 / /x/a rw' '2 1 0:6 / /x/b rw' >torn
+  $ timeout 5 unshare -m sh -c 'mount --bind torn /proc/$$/mountinfo; exec garnel df' 2>&1
+  Filesystem        1K-blocks         Used        Avail Use% Mounted on
+  df: '/x/a': No such file or directory
+  df: '/x/b': No such file or directory
+  [1]
