@@ -1,0 +1,117 @@
+A name that is free is taken by renaming, links as they are. Directories are moved into, as often as they are there:
+
+  $ touch a 'new
+  > line' && ln -s a link && mkdir -p d n/n && inode=$(stat -c %i a) && streams garnel mv -v a b && ln -s ../b d/c && garnel mv d/c c; ls -F
+  'a' -> 'b'
+  b
+  c@
+  d/
+  link@
+  n/
+  new
+  line
+  $ streams garnel mv -v b d && [ "$(stat -c %i d/b)" = "$inode" ] && garnel mv 'new
+  > line' '\x' && ln -s n n0 && garnel mv '\x' d/b n0/n/.. && mkdir d/n && garnel mv d/n . && garnel mv n .; ls n n/n
+  'b' -> 'd/b'
+  mv: n: cannot move a directory into itself
+  mv: n: failed.
+  n:
+  b
+  n
+  x
+  
+  n/n:
+  n
+
+What exists is replaced on request only, and then by a copy:
+
+  $ rm -r * && echo a >a && echo b >b && chmod 640 a && streams garnel mv a b; cat b; inode=$(stat -c %i a)
+  2> mv: a: destination exists.
+  2> mv: a: failed.
+  b
+  $ streams garnel mv -fv a b && cat b && stat -c %a b && [ "$(stat -c %i b)" != "$inode" ]; mkdir x && mkfifo pipe
+  'a' -> 'b'
+  a
+  640
+  $ streams garnel mv -f b pipe; garnel mv -f x b && ls -F
+  2> mv: b: Not a file
+  2> mv: b: failed.
+  b/
+  pipe|
+
+Nothing is lost by moving something to where it is already, under whatever path, or into itself:
+
+  $ mkdir -p s/sub && echo s >s/f && ln -s f s/to-f && ln -s s to-s && ln s/f s/hard
+  $ for operands in 's/f s/f' 's/f s/sub/../f' 'to-s/f s' 's/to-f s/f' 's s' 's s/sub' 's s/sub/new' '/ s' 's/. s' 's/sub/.. s' '.. . s'; do
+  >   streams garnel mv -f $operands | head -n 1
+  > done; ls s
+  2> mv: s/f: source and destination are the same file
+  2> mv: s/f: source and destination are the same file
+  2> mv: to-s/f: source and destination are the same file
+  2> mv: s/to-f: source and destination are the same file
+  2> mv: s: cannot move a directory into itself
+  2> mv: s: cannot move a directory into itself
+  2> mv: s: cannot move a directory into itself
+  2> mv: /: Invalid argument
+  2> mv: s/.: Invalid argument
+  2> mv: s/sub/..: Invalid argument
+  2> mv: ..: Invalid argument
+  f
+  hard
+  sub
+  to-f
+  $ garnel mv -f s/f s/hard && cat s/hard && garnel mv -f s/hard s/f && garnel mv -f s/f s/to-f && stat -c '%F %s' s/to-f; ls s
+  s
+  regular file 2
+  sub
+  to-f
+
+The base name is what stands behind the last separator, as long as something does:
+
+  $ mkdir -p in c/d '\q' && touch 'k\' '\m' 'c/n\' 'c/\q' && garnel mv c/d// 'k\' 'c/n\' '\m' in && ls in
+  d
+  k
+  m
+  n\
+  $ streams garnel mv 'c/\q' in; streams garnel mv '' c/.. in in; ls c
+  2> mv: c/\q: Invalid argument
+  2> mv: c/\q: failed.
+  2> mv: : No such file or directory
+  2> mv: c/..: Invalid argument
+  2> mv: in: cannot move a directory into itself
+  2> mv: 3 failed.
+  \q
+
+Whatever happens, the status is 0, but for a target that is no directory:
+
+  $ for operands in c '-x a b' 'none new' 'c none/new' 'none nothing c' 'c in none' 'c in s/to-f'; do
+  >   streams garnel mv $operands >said; echo $?: $(head -n 3 said)
+  > done; garnel mv -v in h >/dev/full; touch f
+  0: Usage: mv [OPTION]... SOURCE DEST or: mv [OPTION]... SOURCE... DIRECTORY Rename SOURCE to DEST, or move SOURCE(s) to DIRECTORY.
+  100: Unknown switch: -x
+  0: 2> mv: none: No such file or directory 2> mv: none: failed.
+  0: 2> mv: none/new: failed to make directory: No such file or directory 2> mv: c: failed.
+  0: 2> mv: none: No such file or directory 2> mv: nothing: No such file or directory 2> mv: 2 failed.
+  2: 2> mv: target is not a directory
+  2: 2> mv: target is not a directory
+  mv: write error: No space left on device
+  $ ln -s none dangling && streams garnel mv dangling b; garnel mv f dangling && stat -c %F dangling
+  2> mv: dangling: No such file or directory
+  2> mv: dangling: failed.
+  regular empty file
+
+Without the right to rename, it is tried the other way, and the source stays:
+
+  $ mkdir -p kept/d open && echo k >kept/f && chmod 711 . && chmod 777 open && chmod 555 kept
+  $ for operands in 'kept/f open' 'kept/f open/f' 'kept open/new'; do streams unprivileged mv $operands; done | sort; find kept open | sort
+  2> mv: kept/f: destination exists.
+  2> mv: kept/f: failed to open destination file.
+  2> mv: kept/f: failed.
+  2> mv: kept: failed.
+  2> mv: open/new/d: failed to make directory: Permission denied
+  kept
+  kept/d
+  kept/f
+  open
+  open/f
+  open/new
