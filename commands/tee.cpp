@@ -1,0 +1,110 @@
+// tee: copies standard input to files and to standard output.
+// Scripts rely on: -a only keeps the files from being truncated and then writes over them from the first
+// byte; every chunk that is read goes out in one write per file, and what a write did not take is lost to
+// that file without a word.
+
+#include <cerrno>
+#include <span>
+
+#include <fcntl.h>
+#include <unistd.h>
+
+#include "app/tools.h"
+#include "common/cli.h"
+#include "lib/containers/container_vector.h"
+#include "lib/option/option.h"
+
+namespace {
+
+constexpr const char* usage[] = {
+    "Usage: tee [OPTION]... [FILE]...\n",
+    "Copy standard input to each FILE, and also to standard output.\n",
+    "\n",
+    "    -a    --append     append to the given FILEs, do not overwrite\n",
+};
+
+constexpr e_longoption _gn_tee_longs[] = {
+    {"--append", 'a'},
+    {nullptr, 0},
+};
+
+constexpr size_t chunk_size = 8192;
+
+// The outputs in the order in which each chunk is written to them; -1 for a file that could not be opened.
+class Outputs {
+  public:
+    [[nodiscard]] bool reserve(size_t count) { return fds_.create(count); }
+    Outputs() = default;
+    Outputs(const Outputs&) = delete;
+    Outputs& operator=(const Outputs&) = delete;
+    ~Outputs() {
+        for (int fd : fds_) {
+            if (fd != STDOUT_FILENO) close(fd);
+        }
+    }
+
+    [[nodiscard]] bool add(int fd) { return fds_.push_back(fd); }
+
+    void write(const char* data, size_t size) {
+        for (int fd : fds_) {
+            // Only an interrupted write is repeated: nothing of it was taken.
+            while (fd >= 0 && ::write(fd, data, size) < 0 && errno == EINTR) {
+            }
+        }
+    }
+
+  private:
+    Vector<int> fds_;
+};
+
+// False after a message.
+bool copy(char* buffer, Outputs& outputs) {
+    for (;;) {
+        const ssize_t count = read(STDIN_FILENO, buffer, chunk_size);
+        if (count == 0) return true;
+        if (count > 0) {
+            outputs.write(buffer, static_cast<size_t>(count));
+        } else if (errno != EINTR) {
+            cli::error("tee: read error: %s\n", gn_strerror(errno));
+            return false;
+        }
+    }
+}
+
+}  // namespace
+
+int gn_tee(int argc, char** argv) {
+    int truncate = O_TRUNC;
+
+    e_option state;
+    e_initoption(&state, &argc, &argv, true);
+    e_setlongoption(&state, _gn_tee_longs);
+    for (int c; (c = e_getoption(&state)) != e_end;) {
+        switch (c) {
+        case 'a': truncate = 0; break;
+        case e_help: return cli::help(usage);
+        default: return cli::unknown_switch(stderr, "tee: unknown switch: -%c\n", c);
+        }
+    }
+
+    Vector<char> buffer;
+    if (!buffer.resize(chunk_size))
+        return cli::fail("tee: could not allocate line buffer: %s\n", gn_strerror(ENOMEM));
+    Outputs outputs;
+    if (!outputs.reserve(static_cast<size_t>(argc) + 1))
+        return cli::fail("tee: could not allocate fd buffer: %s\n", gn_strerror(ENOMEM));
+
+    bool ok = true;
+    for (const char* name : std::span(argv, static_cast<size_t>(argc))) {
+        const int fd = open(name, O_RDWR | O_CREAT | O_CLOEXEC | truncate, 0666);
+        if (fd < 0) {
+            cli::error("tee: %s: %s\n", name, gn_strerror(errno));
+            ok = false;
+        }
+        ok &= outputs.add(fd);
+    }
+    ok &= outputs.add(STDOUT_FILENO);
+
+    ok &= copy(buffer.data(), outputs);
+    return ok ? 0 : 1;
+}

@@ -1,0 +1,135 @@
+  $ garnel dd --help | sed -n '1,7p;9p;21,$p'
+  Usage: dd [OPERAND]...
+    or:  dd --help
+  Copy a file and formatting according to the operands.
+  
+    bs=BYTES      read and write up to BYTES bytes at a time
+    count=N       copy only N input blocks
+    ibs=BYTES     read up to BYTES bytes at a time (default: 512)
+    obs=BYTES     write up to BYTES bytes at a time (default: 512)
+  GB =1000*1000*1000, G =1024*1024*1024, and so on for T, P, E, Z, Y.
+  $ for word in bs foo=1 bs=--help status=all count=1x bs=0 obs=0 ibs=-1 bs=8E bs=12k3 =1; do streams garnel dd $word; echo $?; done
+  2> dd: invalid argument: 'bs'
+  1
+  2> dd: invalid argument: 'foo=1'
+  1
+  2> dd: invalid argument: 'bs=--help'
+  1
+  2> dd: invalid argument: 'status=all'
+  1
+  2> dd: invalid argument: 'count=1x'
+  1
+  2> dd: invalid argument: 'bs=0'
+  1
+  2> dd: invalid argument: 'obs=0'
+  1
+  2> dd: invalid argument: 'ibs=-1'
+  1
+  2> dd: invalid argument: 'bs=8E'
+  1
+  2> dd: invalid argument: 'bs=12k3'
+  1
+  2> dd: invalid argument: '=1'
+  1
+  $ ASAN_OPTIONS=allocator_may_return_null=1:log_path=/dev/null streams garnel dd obs=4E
+  2> dd: no memory to allocate buffer
+  [1]
+  $ streams garnel dd if=none of=new; ls; streams garnel dd of=none/new
+  2> dd: none: No such file or directory
+  2> dd: none/new: No such file or directory
+  [1]
+
+Nothing is truncated, and only what is missing is made, for its owner:
+
+  $ seq -s '' 1000 >in; head -c 10 in >head; echo 0123456789abcdef >f; garnel dd <head of=f; cat f
+  1234567891abcdef
+  $ garnel dd of=new count=0 status=dnd <in && stat -c '%a %s' new && garnel dd if=in of=new && cmp in new
+  600 0
+
+Positions count blocks of their own side; where there is no such place, the copy begins where the stream stands:
+
+  $ garnel dd if=in bs=100 ibs=3 skip=2 obs=4 seek=1 count=2 of=p && od -c p
+  0000000  \0  \0  \0  \0   7   8   9   1   0   1
+  0000012
+  $ seq 3 | garnel dd skip=1 seek=18446744073709551615 count=0x1 | cat; garnel dd if=head skip=36028797018963968 bs=1K
+  1
+  2
+  3
+  1234567891 (no-eol)
+  $ garnel dd if=in bs=2 ibs=4c skip=1w obs=1b count=1 | od -c
+  0000000   9   1   0   1
+  0000004
+
+Equal blocks, and several output blocks to an input block, go out in one write; others are put together anew.
+Packets show each write, dashes and dots what was read and written:
+
+  $ cat >packets <<'END'
+  > import socket, subprocess, sys
+  > ours, its = socket.socketpair(socket.AF_UNIX, socket.SOCK_SEQPACKET)
+  > subprocess.run(["garnel", "dd", *sys.argv[1:]], stdout=its)
+  > its.close()
+  > while piece := ours.recv(65536): print(len(piece), end=" ")
+  > print()
+  > END
+  $ head -c 1500 /dev/zero >z; stat -c %s in
+  2894
+  $ for blocks in bs=512 'ibs=1024 obs=512' 'ibs=512 obs=1024' 'ibs=1000 obs=300' 'ibs=300 obs=1000' 'ibs=70 obs=1500'; do
+  >   for count in 9999 2; do for status in none dnd; do python3 packets if=z $blocks count=$count status=$status 2>&1; done; done
+  > done
+  512 512 476 
+  -.-.-.
+  512 512 476 
+  512 512 
+  -.-.
+  512 512 
+  1024 476 
+  -..-..
+  1024 476 
+  1024 476 
+  -..-..
+  1024 476 
+  1024 476 
+  --.-.
+  1024 476 
+  1024 
+  --.
+  1024 
+  300 300 300 300 300 
+  -...-..
+  300 300 300 300 300 
+  300 300 300 300 300 
+  -...-..
+  300 300 300 300 300 
+  1000 500 
+  ----.-.
+  1000 500 
+  600 
+  --.
+  600 
+  1500 
+  ----------------------.
+  1500 
+  140 
+  --.
+  140 
+  $ garnel dd bs=4 ibs=8 status=dots if=head of=/dev/null; garnel dd bs=5 status=dashes <head >d && cmp head d
+  ....
+  --
+
+A block is filled from a pipe that delivers in pieces, and no more is read than asked for:
+
+  $ (for i in 1 2 3; do printf $i$i; sleep 0.05; done) | garnel dd bs=4 status=dnd; echo
+  -1122.-33.
+  
+  $ (garnel dd ibs=3 obs=8 count=2 status=none; echo; cat) <head; echo
+  123456
+  7891
+
+An error ends the copy with a message and status 0; one at the start of a block ends it silently:
+
+  $ streams garnel dd if=in of=/dev/full status=dots; streams garnel dd if=in of=/dev/full ibs=5 obs=7
+  2> 
+  2> dd: No space left on device
+  2> dd: No space left on device
+  $ streams garnel dd if=. status=dnd; streams garnel dd if=. ibs=3
+  2> 

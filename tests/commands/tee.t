@@ -1,0 +1,62 @@
+  $ streams garnel tee --help
+  Usage: tee [OPTION]... [FILE]...
+  Copy standard input to each FILE, and also to standard output.
+  
+      -a    --append     append to the given FILEs, do not overwrite
+  $ streams garnel tee -ax f; ls
+  2> tee: unknown switch: -x
+  $ garnel tee -x f 2>/dev/null
+  [100]
+
+Every output gets every byte; files are made with the usual permissions and truncated:
+
+  $ echo longer than the input >old; printf 'a\0b\n' | garnel tee new old | od -c
+  0000000   a  \0   b  \n
+  0000004
+  $ od -c new; cmp new old; stat -c %a new
+  0000000   a  \0   b  \n
+  0000004
+  644
+
+To append is not to truncate: the file is written over from its first byte:
+
+  $ echo 0123456789 >f; echo ab | garnel tee f2 -a f; cat f
+  ab
+  ab
+  3456789
+  $ echo 0123456789 >f; echo ab | garnel tee --append f >/dev/null; cat f
+  ab
+  3456789
+
+An output that cannot be opened, or takes nothing, keeps nothing from the others. Only the first is an error:
+
+  $ echo abc | garnel tee none/f g; echo $?; cat g
+  tee: none/f: No such file or directory
+  abc
+  1
+  abc
+  $ echo abc | garnel tee /dev/full g2 >/dev/full; echo $?; cat g2
+  0
+  abc
+  $ garnel tee g3 <.; echo $?; test -f g3
+  tee: read error: Is a directory
+  1
+
+What arrives is passed on at once, in chunks of at most 8192 bytes:
+
+  $ mkfifo in out; garnel tee h <in >out & (exec 3>in 4<out; printf one >&3; head -c 3 <&4; cat h; echo; printf two >&3; head -c 3 <&4)
+  oneone
+  two (no-eol)
+  $ wait; head -c 20000 /dev/zero | tr '\0' x >x; garnel tee y <x | dd bs=64K count=1 iflag=fullblock status=none | wc -c; cmp x y
+  20000
+  $ python3 - <<'END'
+  > import os, socket, subprocess
+  > ours, its = socket.socketpair(socket.AF_UNIX, socket.SOCK_SEQPACKET)
+  > with open("x") as x:
+  >     subprocess.run(["garnel", "tee"], stdin=x, stdout=its)
+  > its.close()
+  > while piece := ours.recv(65536): print(len(piece))
+  > END
+  8192
+  8192
+  3616
