@@ -37,7 +37,7 @@
     READY("rmdir", gn_rmdir)         \
     READY("seq", gn_seq)             \
     READY("sleep", gn_sleep)         \
-    PENDING("sort", gn_sort)         \
+    READY("sort", gn_sort)           \
     READY("stat", gn_stat)           \
     PENDING("stty", gn_stty)         \
     PENDING("su", gn_su)             \
