@@ -121,7 +121,8 @@ A tree is changed from the top down, through links, entries in their own directo
 What others own cannot be changed, and what cannot be read is not entered:
 
   $ chmod 711 . && mkdir own && touch own/f && chmod -R 600 own && { [ "$(id -u)" != 0 ] || chown -R 65534 own; }
-  $ requires "two users" [ "$(id -u)" = 0 ] || exit 80
+Needs: [ "$(id -u)" = 0 ]
+
   $ streams unprivileged chmod -Rv 700 out/sub; streams unprivileged chmod -Rf 700 out/sub
   failed to change mode of 'out/sub' changes from 0755 (rwxr-xr-x) to 0700 (rwx------)
   2> chmod: changing permissions of 'out/sub': Operation not permitted

@@ -1,7 +1,8 @@
 Between file systems, a copy takes the place of the source. Permissions and holes go with it; links go as what
 they lead to, and what a link's directory holds goes out of there:
 
-  $ requires "mounting in a private namespace" unshare -m true || exit 80
+Needs: unshare -m true
+
   $ cat >two <<'end'
   > umask 022; mount -t tmpfs none a && mount -t tmpfs -o size="$1" none b || exit
   > eval "$2"
