@@ -7,6 +7,7 @@
 #include <span>
 
 #include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include "app/tools.h"
@@ -29,6 +30,9 @@ constexpr e_longoption _gn_tee_longs[] = {
 };
 
 constexpr size_t chunk_size = 8192;
+
+// For copies of which nobody sees the chunks.
+constexpr size_t large_chunk_size = size_t{1} << 17;
 
 // The outputs in the order in which each chunk is written to them; -1 for a file that could not be opened.
 class Outputs {
@@ -53,17 +57,41 @@ class Outputs {
         }
     }
 
+    // Whether the outputs are different files, other than the input, that are not watched while they grow.
+    // What goes to /dev/null is not seen at all.
+    [[nodiscard]] bool hide_chunks_of(int input) const {
+        struct stat null;
+        if (stat("/dev/null", &null) != 0) return false;
+        constexpr size_t most_files = 16;
+        struct stat files[most_files + 1];
+        size_t count = 0;
+        if (fstat(input, &files[count++]) != 0 || !S_ISREG(files[0].st_mode)) return false;
+        for (const int fd : fds_) {
+            if (fd < 0) continue;
+            if (count > most_files) return false;
+            struct stat& file = files[count];
+            if (fstat(fd, &file) != 0) return false;
+            if (S_ISCHR(file.st_mode) && file.st_rdev == null.st_rdev) continue;
+            for (const struct stat& other : std::span(files, count)) {
+                if (other.st_dev == file.st_dev && other.st_ino == file.st_ino) return false;
+            }
+            if (!S_ISREG(file.st_mode)) return false;
+            count++;
+        }
+        return true;
+    }
+
   private:
     Vector<int> fds_;
 };
 
 // False after a message.
-bool copy(char* buffer, Outputs& outputs) {
+bool copy(std::span<char> buffer, Outputs& outputs) {
     for (;;) {
-        const ssize_t count = read(STDIN_FILENO, buffer, chunk_size);
+        const ssize_t count = read(STDIN_FILENO, buffer.data(), buffer.size());
         if (count == 0) return true;
         if (count > 0) {
-            outputs.write(buffer, static_cast<size_t>(count));
+            outputs.write(buffer.data(), static_cast<size_t>(count));
         } else if (errno != EINTR) {
             cli::error("tee: read error: %s\n", gn_strerror(errno));
             return false;
@@ -105,6 +133,8 @@ int gn_tee(int argc, char** argv) {
     }
     ok &= outputs.add(STDOUT_FILENO);
 
-    ok &= copy(buffer.data(), outputs);
+    // Without the memory for large chunks the usual ones do.
+    if (outputs.hide_chunks_of(STDIN_FILENO)) (void)buffer.resize(large_chunk_size);
+    ok &= copy(buffer.span(), outputs);
     return ok ? 0 : 1;
 }

@@ -49,6 +49,9 @@ What arrives is passed on at once, in chunks of at most 8192 bytes:
   two (no-eol)
   $ wait; head -c 20000 /dev/zero | tr '\0' x >x; garnel tee y <x | dd bs=64K count=1 iflag=fullblock status=none | wc -c; cmp x y
   20000
+  $ seq 100000 >long; garnel tee l1 <long l2 /dev/null none/l >l3; garnel tee l2 l2 <long | cmp - long
+  tee: none/l: No such file or directory
+  $ cmp long l1; cmp long l2; cmp long l3; garnel tee -a l3 <l3 | cmp - long; cmp long l3
   $ python3 - <<'END'
   > import os, socket, subprocess
   > ours, its = socket.socketpair(socket.AF_UNIX, socket.SOCK_SEQPACKET)
