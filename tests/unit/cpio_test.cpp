@@ -265,15 +265,6 @@ TEST_P(CpioFormat, SurvivesBentBytes) {
     }
 }
 
-TEST(Cpio, LayoutOfNewc) {
-    const std::string image = entry(newc, "x", "hello") + trailer(newc);
-    EXPECT_EQ(cpio_ops__newc.get_data_offs(image.data()), 112U);
-    EXPECT_EQ(cpio_ops__newc.get_entry_size(image.data()), 120U);
-    EXPECT_EQ(cpio_ops__newc.get_name(image.data()), image.data() + 110);
-    // Archives with checksums have another magic.
-    EXPECT_EQ(cpio_find_ops_for_img__("070702"), nullptr);
-}
-
 TEST(Cpio, NumbersAreNotChecked) {
     struct {
         MakeEntry make;
