@@ -117,18 +117,3 @@ A tree is changed from the top down, through links, entries in their own directo
   \g
   $ ln -s . t/loop && garnel chmod -R 755 t 2>&1 | grep -c loop/loop; find t out f -not -type l -not -perm 755
   42
-
-What others own cannot be changed, and what cannot be read is not entered:
-
-  $ chmod 711 . && mkdir own && touch own/f && chmod -R 600 own && { [ "$(id -u)" != 0 ] || chown -R 65534 own; }
-Needs: [ "$(id -u)" = 0 ]
-
-  $ streams unprivileged chmod -Rv 700 out/sub; streams unprivileged chmod -Rf 700 out/sub
-  failed to change mode of 'out/sub' changes from 0755 (rwxr-xr-x) to 0700 (rwx------)
-  2> chmod: changing permissions of 'out/sub': Operation not permitted
-  [1]
-  $ streams unprivileged chmod -Rv 300 own; streams unprivileged chmod -R 444 own; stat -c '%a %n' own own/f
-  mode of 'own' changed from 0600 (rw-------) to 0300 (-wx------)
-  2> chmod: out of memory
-  444 own
-  600 own/f

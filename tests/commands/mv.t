@@ -99,19 +99,3 @@ Whatever happens, the status is 0, but for a target that is no directory:
   2> mv: dangling: No such file or directory
   2> mv: dangling: failed.
   regular empty file
-
-Without the right to rename, it is tried the other way, and the source stays:
-
-  $ mkdir -p kept/d open && echo k >kept/f && chmod 711 . && chmod 777 open && chmod 555 kept
-  $ for operands in 'kept/f open' 'kept/f open/f' 'kept open/new'; do streams unprivileged mv $operands; done | sort; find kept open | sort
-  2> mv: kept/f: destination exists.
-  2> mv: kept/f: failed to open destination file.
-  2> mv: kept/f: failed.
-  2> mv: kept: failed.
-  2> mv: open/new/d: failed to make directory: Permission denied
-  kept
-  kept/d
-  kept/f
-  open
-  open/f
-  open/new
