@@ -1,6 +1,7 @@
 What an ordinary user cannot do to what belongs to another, which takes two users to see:
 
-  $ requires "two users" [ "$(id -u)" = 0 ] || exit 80
+Needs: [ "$(id -u)" = 0 ]
+
   $ chmod 711 .
 
 What cannot be removed shows in its directories up to the operand; the rest is gone:
