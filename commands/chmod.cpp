@@ -251,18 +251,16 @@ int gn_chmod(int argc, char** argv) {
     for (char* argument : arguments) {
         int status = 0;
         const char first = argument[0];
-        if (settings.mode_seen || first == '\0') {
+        const bool is_mode = strchr("ugoa+=01234567", first) != nullptr;
+        if (settings.mode_seen || first == '\0' || (first != '-' && !is_mode)) {
             arguments[files++] = argument;
         } else if (strcmp(argument, "--help") == 0) {
             return cli::help(usage);
         } else if (first == '-') {
             status = take_dashed(settings, argument);
-        } else if (strchr("ugoa+=", first) != nullptr) {
-            status = take_symbolic(settings, argument);
-        } else if (first >= '0' && first <= '7') {
-            status = take_octal(settings, argument);
         } else {
-            arguments[files++] = argument;
+            const bool octal = first >= '0' && first <= '7';
+            status = (octal ? take_octal : take_symbolic)(settings, argument);
         }
         if (status != 0) return status;
     }

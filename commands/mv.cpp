@@ -75,7 +75,7 @@ bool same_file(const struct stat& a, const struct stat& b) {
 // True when two paths of files name one and the same entry of a directory.
 bool same_entry(const char* a, const char* b) {
     struct stat parents[2];
-    const char* names[2];
+    const char* names[2] = {"", ""};
     int i = 0;
     for (const char* path : {a, b}) {
         const char* slash = strrchr(path, '/');
