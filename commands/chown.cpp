@@ -288,9 +288,9 @@ int garnel_chown_chgrp_main(int argc, char** argv, bool is_chown) {
     }
     if (argc < 2) return cli::fail("%s: missing operand\n", name);
 
-    CString specification(garnel_strndup(argv[0], strlen(argv[0])));
-    if (!specification) return cli::fail("%s: out of memory\n", name);
-    if (!(is_chown ? take_owner_and_group : take_group)(&change, specification.get())) return 1;
+    CString owner_text(garnel_strndup(argv[0], strlen(argv[0])));
+    if (!owner_text) return cli::fail("%s: out of memory\n", name);
+    if (!(is_chown ? take_owner_and_group : take_group)(&change, owner_text.get())) return 1;
 
     bool ok = true;
     for (const char* path : std::span(argv, static_cast<size_t>(argc)).subspan(1)) {
