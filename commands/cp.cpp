@@ -61,10 +61,20 @@ bool copy_regular_file(const WalkEntry& source, const Destination& to) {
     if (!in.valid() || fstat(in.get(), &status) != 0) return fail(source.path, gn_strerror(errno));
     if (!S_ISREG(status.st_mode)) return fail(source.path, gn_strerror_ENOTFILE());
 
-    // In a directory that was just made, a link that stands there already is somebody's trap.
-    const int out_flags = O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC | (to.dir == AT_FDCWD ? 0 : O_NOFOLLOW);
-    UniqueFd out(openat(to.dir, to.name, out_flags, status.st_mode & 07777));
-    if (!out.valid() || fstat(out.get(), &out_status) != 0) return fail(to.path, gn_strerror(errno));
+    const mode_t mode = status.st_mode & 07777;
+    const int out_flags = O_WRONLY | O_CREAT | O_CLOEXEC;
+    UniqueFd out;
+    if (to.dir != AT_FDCWD) {
+        // In a directory that was just made the file is new, which saves a look at what was opened.
+        out = UniqueFd(openat(to.dir, to.name, out_flags | O_EXCL, mode));
+        out_status.st_mode = S_IFREG;
+    }
+    if (!out.valid()) {
+        // A link that stands there nevertheless is somebody's trap.
+        const int link_flag = to.dir == AT_FDCWD ? 0 : O_NOFOLLOW;
+        out = UniqueFd(openat(to.dir, to.name, out_flags | O_TRUNC | link_flag, mode));
+        if (!out.valid() || fstat(out.get(), &out_status) != 0) return fail(to.path, gn_strerror(errno));
+    }
     if (copy_file(in.get(), status, out.get(), out_status) != CopyResult::write_failed && out.close())
         return true;
     // A device that takes no more is not to be removed for it.

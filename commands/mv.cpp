@@ -72,19 +72,22 @@ bool same_file(const struct stat& a, const struct stat& b) {
     return a.st_dev == b.st_dev && a.st_ino == b.st_ino;
 }
 
+// The last component of a path, and the status of the directory that holds it; null when that cannot be told.
+const char* examine_parent(const char* path, struct stat* parent) {
+    const char* slash = strrchr(path, '/');
+    CString directory(slash != nullptr ? garnel_strndup(path, static_cast<size_t>(slash + 1 - path))
+                                       : garnel_strndup(".", 1));
+    if (!directory || stat(directory.get(), parent) != 0) return nullptr;
+    return slash != nullptr ? slash + 1 : path;
+}
+
 // True when two paths of files name one and the same entry of a directory.
 bool same_entry(const char* a, const char* b) {
-    struct stat parents[2];
-    const char* names[2] = {"", ""};
-    int i = 0;
-    for (const char* path : {a, b}) {
-        const char* slash = strrchr(path, '/');
-        names[i] = slash != nullptr ? slash + 1 : path;
-        CString parent(slash != nullptr ? garnel_strndup(path, static_cast<size_t>(slash + 1 - path))
-                                        : garnel_strndup(".", 1));
-        if (!parent || stat(parent.get(), &parents[i++]) != 0) return false;
-    }
-    return strcmp(names[0], names[1]) == 0 && same_file(parents[0], parents[1]);
+    struct stat parent_a, parent_b;
+    const char* name_a = examine_parent(a, &parent_a);
+    const char* name_b = examine_parent(b, &parent_b);
+    return name_a != nullptr && name_b != nullptr && strcmp(name_a, name_b) == 0 &&
+           same_file(parent_a, parent_b);
 }
 
 struct Destination {
