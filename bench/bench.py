@@ -13,6 +13,7 @@ import shlex
 import shutil
 import statistics
 import subprocess
+import tempfile
 from pathlib import Path
 
 from workload import MIB, Compare, Data, Growth
@@ -25,6 +26,7 @@ DATA, LINKS, TOOLS = OUT / "data", OUT / "bin", OUT / "tools"
 
 ROUNDS = 7  # that count; one more goes ahead to warm the caches
 GROWTH_RUNS = 3
+MOUNT = 'mkdir -p elsewhere && mount -t tmpfs none elsewhere && exec "$@"'
 ENVIRONMENT = {"PATH": f"{TOOLS}:/usr/bin:/bin", "LC_ALL": "C", "TZ": "UTC", "TERM": "xterm"}
 
 
@@ -94,15 +96,18 @@ def make_data(needed: tuple[Data, ...], room: int) -> None:
 # Measuring.
 
 
-def hyperfine(command: str, runs: int, output: str) -> list[float]:
+def hyperfine(command: str, work: Compare) -> list[float]:
     """The seconds of each run."""
     report = OUT / "hyperfine.json"
-    options = ["--style=none", f"--runs={runs}", f"--export-json={report}"]
-    options += ["--shell=/bin/sh"] if output else ["-N"]
-    if output.startswith(">"):
+    options = ["--style=none", f"--runs={work.runs}", f"--export-json={report}"]
+    options += ["--shell=/bin/sh"] if work.output else ["-N"]
+    if work.output.startswith(">"):
         # What the last run left for the disk to do would slow down the next one.
         options += ["--prepare=rm -f out; sync -f ."]
-    done = run(["hyperfine", *options, f"{command} {output}"], cwd=DATA, env=ENVIRONMENT)
+    elif work.prepare:
+        options += ["--prepare=sh -c " + shlex.quote(work.prepare)]
+    inside = ["unshare", "-m", "sh", "-c", MOUNT, "sh"] if work.elsewhere else []
+    done = run([*inside, "hyperfine", *options, f"{command} {work.output}"], cwd=DATA, env=ENVIRONMENT)
     if done.returncode != 0:
         raise CannotRun(f"{command[:60]}: {done.stderr.strip()}")
     return json.loads(report.read_text())["results"][0]["times"]
@@ -117,14 +122,19 @@ def compare(work: Compare) -> dict:
     }
     make_data(work.data, work.room)
     times = {"ours": [], "theirs": []}
+    (DATA / "memory").unlink(missing_ok=True)
+    memory = tempfile.mkdtemp(prefix="garnel-bench.", dir="/dev/shm" if os.access("/dev/shm", os.W_OK) else OUT)
+    (DATA / "memory").symlink_to(memory)
     try:
         for count in range(ROUNDS + 1):
             for side, command in commands.items():
-                seconds = hyperfine(command, work.runs, work.output)
+                seconds = hyperfine(command, work)
                 if count > 0:
                     times[side] += seconds
     finally:
         (DATA / "out").unlink(missing_ok=True)
+        (DATA / "memory").unlink()
+        run(["rm", "-rf", memory, str(DATA / "elsewhere")])
     result = {
         side: {"median": statistics.median(runs), "min": min(runs), "max": max(runs), "runs": len(runs)}
         for side, runs in times.items()

@@ -28,6 +28,8 @@ class Compare:
     theirs: str  # the same for a tool of the host, or for a program of this directory
     goal: float | None = None  # ours / theirs at most; None: only shown
     output: str = ""  # a shell's words for it, "| sink BYTES" or "> out"; without: /dev/null and no shell
+    elsewhere: bool = False  # the directory of this name is another file system in memory; takes root
+    prepare: str = ""  # a shell's command that makes what a run consumes; not measured
     data: tuple[Data, ...] = ()
     runs: int = 1  # in each round
     room: int = 0  # bytes of disk for the output
@@ -82,7 +84,16 @@ def flat_directory(name: str, count: int) -> Data:
     return Data(name, count * 400, lambda path: fill_directory(path, count, random.Random(1)))
 
 
-def directory_tree(name: str, directories: int, files: int) -> Data:
+def write_files(path: Path, count: int, draw: random.Random) -> None:
+    """Small files with something in them."""
+    path.mkdir()
+    for number in range(count):
+        (path / f"f{number:06}").write_bytes(b"x" * draw.randrange(4 * KIB))
+
+
+def directory_tree(
+    name: str, directories: int, files: int, fill: Callable[[Path, int, random.Random], None] = fill_directory
+) -> Data:
     """Two levels: every hundredth directory holds the 99 that follow it. Each has its share of the files."""
 
     def make(path: Path) -> None:
@@ -91,6 +102,7 @@ def directory_tree(name: str, directories: int, files: int) -> Data:
         for number in range(directories):
             upper = path / f"d{number // 100:02}"
             here = upper if number % 100 == 0 else upper / f"e{number % 100:02}"
-            fill_directory(here, files // directories, draw)
+            fill(here, files // directories, draw)
 
-    return Data(name, files * 400 + directories * 4 * KIB, make)
+    per_file = 400 if fill is fill_directory else 4 * KIB
+    return Data(name, files * per_file + directories * 4 * KIB, make)
