@@ -4,6 +4,7 @@
 
 #include <bit>
 #include <cstddef>
+#include <cstdint>
 #include <cstring>
 
 #ifdef __SSE2__
@@ -46,5 +47,33 @@ inline const char* find(const char* data, const char* end, char byte) {
     const void* found = memchr(data, byte, static_cast<size_t>(end - data));
     return found != nullptr ? static_cast<const char*>(found) : end;
 }
+
+// The last place of a byte in a run, or end when it is not there.
+[[nodiscard]] const char* find_last(const char* data, const char* end, char byte);
+
+// How often a byte is in a run.
+[[nodiscard]] size_t count(const char* data, const char* end, char byte);
+
+// The length of what two runs of the same size have in common at their beginning: size when they are equal.
+[[nodiscard]] size_t mismatch(const char* a, const char* b, size_t size);
+
+// A count of lines and words that goes on from run to run. Blanks are space, \t, \n, \v, \f and \r; every
+// other byte, NUL too, belongs to a word, which is counted where it begins.
+struct WordCount {
+    uint64_t newlines = 0;
+    uint64_t words = 0;
+    bool in_word = false;
+};
+void count_words(const char* data, const char* end, WordCount* counts);
+
+// The same for processors whose vector instructions are not used here.
+namespace portable {
+
+[[nodiscard]] const char* find_last(const char* data, const char* end, char byte);
+[[nodiscard]] size_t count(const char* data, const char* end, char byte);
+[[nodiscard]] size_t mismatch(const char* a, const char* b, size_t size);
+void count_words(const char* data, const char* end, WordCount* counts);
+
+}  // namespace portable
 
 }  // namespace bytes
