@@ -20,12 +20,18 @@ bool try_again(int fd, short event) {
 
 }  // namespace
 
+ptrdiff_t read_some(int fd, void* buffer, size_t count) {
+    for (;;) {
+        ssize_t step = read(fd, buffer, count);
+        if (step >= 0 || !try_again(fd, POLLIN)) return step;
+    }
+}
+
 size_t gn_full_read(int fd, void* buffer, size_t count, bool* eof) {
     if (eof != nullptr) *eof = false;
     size_t done = 0;
     while (done < count) {
-        ssize_t step = read(fd, static_cast<char*>(buffer) + done, count - done);
-        if (step < 0 && try_again(fd, POLLIN)) continue;
+        ssize_t step = read_some(fd, static_cast<char*>(buffer) + done, count - done);
         if (step == 0 && eof != nullptr) *eof = true;
         if (step <= 0) break;
         done += static_cast<size_t>(step);
