@@ -21,7 +21,7 @@
     READY("false", gn_false)         \
     PENDING("format", gn_format)     \
     PENDING("hd", gn_hd)             \
-    PENDING("head", gn_head)         \
+    READY("head", gn_head)           \
     READY("hostname", gn_hostname)   \
     READY("ln", gn_ln)               \
     READY("ls", gn_ls)               \
@@ -42,7 +42,7 @@
     PENDING("stty", gn_stty)         \
     PENDING("su", gn_su)             \
     READY("sync", gn_sync)           \
-    PENDING("tail", gn_tail)         \
+    READY("tail", gn_tail)           \
     READY("test", gn_test)           \
     READY("[", gn_brace)             \
     PENDING("time", gn_time)         \

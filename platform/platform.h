@@ -48,6 +48,12 @@ void copy_in_system(int in, int out);
 // any other.
 [[nodiscard]] bool find_data(int fd, int64_t offset, int64_t* begin, int64_t* end);
 
+// Copies at most size bytes of a regular file, from its present offset on, to whatever out is, inside the
+// system as well; moves both offsets on and returns the number of bytes. It stops where the system can go no
+// further, for the caller to go on as above. What is lent to a pipe this way changes there with the file
+// until it is read.
+[[nodiscard]] uint64_t copy_file_in_system(int file, int out, uint64_t size);
+
 // Hands the bytes of constant memory to a pipe without copying them: the memory must never change afterwards,
 // as the reader sees it later. Returns the number of bytes taken (fewer than asked for is usual), or -1 with
 // errno; EINVAL and EBADF also when the descriptor is no pipe.
