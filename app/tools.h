@@ -54,7 +54,7 @@
     READY("tty", gn_tty)             \
     READY("umount", gn_umount)       \
     PENDING("watch", gn_watch)       \
-    PENDING("wc", gn_wc)             \
+    READY("wc", gn_wc)               \
     PENDING("which", gn_which)       \
     READY("yes", gn_yes)             \
     READY("uname", gn_uname)         \
