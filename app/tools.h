@@ -20,7 +20,7 @@
     PENDING("env", gn_env)           \
     READY("false", gn_false)         \
     PENDING("format", gn_format)     \
-    PENDING("hd", gn_hd)             \
+    READY("hd", gn_hd)               \
     READY("head", gn_head)           \
     READY("hostname", gn_hostname)   \
     READY("ln", gn_ln)               \
