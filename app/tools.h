@@ -11,7 +11,7 @@
     READY("chown", gn_chown)         \
     READY("chgrp", gn_chgrp)         \
     PENDING("chroot", gn_chroot)     \
-    PENDING("cmp", gn_cmp)           \
+    READY("cmp", gn_cmp)             \
     READY("cp", gn_cp)               \
     READY("cpio2", gn_cpio2)         \
     READY("dd", gn_dd)               \
