@@ -197,7 +197,7 @@ void Printer::print(const char* data, const char* end) {
 int Printer::print_from(int fd, uint64_t most) {
     if (print_line_ == nullptr && most >= least_copied_in_system) {
         output::flush();
-        if (!output::failed()) most -= platform::copy_file_in_system(fd, STDOUT_FILENO, most);
+        if (!output::failed()) most -= platform::copy_in_system(fd, STDOUT_FILENO, most);
     }
     while (most > 0 && !output::failed()) {
         const ptrdiff_t count =

@@ -45,13 +45,16 @@ constexpr off_t lent_size = large_pipe;
 // Large enough to make the calls rare, small enough to stay interruptible.
 constexpr size_t copy_step = size_t{1} << 30;
 
-// Repeats a copying call while it makes progress.
+// Repeats a copying call of (size) while it makes progress; returns the number of bytes copied.
 template <typename Copy>
-void repeat(Copy copy) {
-    for (;;) {
-        ssize_t count = copy();
-        if (count == 0 || (count < 0 && errno != EINTR)) return;
+uint64_t repeat(uint64_t most, Copy copy) {
+    uint64_t done = 0;
+    while (done < most) {
+        const ssize_t count = copy(static_cast<size_t>(std::min<uint64_t>(most - done, copy_step)));
+        if (count > 0) done += static_cast<uint64_t>(count);
+        if (count == 0 || (count < 0 && errno != EINTR)) break;
     }
+    return done;
 }
 
 }  // namespace
@@ -84,19 +87,22 @@ void enlarge_pipe(int fd) {
     (void)fcntl(fd, F_SETPIPE_SZ, large_pipe);
 }
 
-void copy_in_system(int in, int out) {
+uint64_t copy_in_system(int in, int out, uint64_t most) {
     struct stat in_stat, out_stat;
-    if (fstat(in, &in_stat) != 0 || fstat(out, &out_stat) != 0) return;
+    if (fstat(in, &in_stat) != 0 || fstat(out, &out_stat) != 0) return 0;
     const bool in_file = S_ISREG(in_stat.st_mode), out_file = S_ISREG(out_stat.st_mode);
     const bool in_pipe = S_ISFIFO(in_stat.st_mode), out_pipe = S_ISFIFO(out_stat.st_mode);
     // Nothing but files and pipes: splice holds the pipe while a terminal or socket keeps it waiting, and every
     // other user of the pipe with it.
     if (in_file && out_file) {
-        repeat([&] { return copy_file_range(in, nullptr, out, nullptr, copy_step, 0); });
-    } else if ((in_pipe && (out_pipe || out_file)) || (out_pipe && in_file && in_stat.st_size > lent_size)) {
-        if (out_pipe) enlarge_pipe(out);
-        repeat([&] { return splice(in, nullptr, out, nullptr, copy_step, SPLICE_F_MOVE); });
+        return repeat(most, [&](size_t size) { return copy_file_range(in, nullptr, out, nullptr, size, 0); });
     }
+    if ((in_pipe && (out_pipe || out_file)) || (out_pipe && in_file && in_stat.st_size > lent_size)) {
+        if (out_pipe) enlarge_pipe(out);
+        return repeat(most,
+                      [&](size_t size) { return splice(in, nullptr, out, nullptr, size, SPLICE_F_MOVE); });
+    }
+    return 0;
 }
 
 bool share_blocks(int in, int out) {
@@ -114,22 +120,6 @@ bool find_data(int fd, int64_t offset, int64_t* begin, int64_t* end) {
     if (*begin < 0) return false;
     *end = lseek(fd, *begin, SEEK_HOLE);
     return *end >= 0;
-}
-
-uint64_t copy_file_in_system(int file, int out, uint64_t size) {
-    struct stat file_stat, out_stat;
-    if (fstat(file, &file_stat) != 0 || !S_ISREG(file_stat.st_mode) || fstat(out, &out_stat) != 0) return 0;
-    if (S_ISFIFO(out_stat.st_mode)) enlarge_pipe(out);
-    uint64_t done = 0;
-    while (done < size) {
-        const auto step = static_cast<size_t>(std::min<uint64_t>(size - done, copy_step));
-        const ssize_t count = S_ISREG(out_stat.st_mode)
-                                  ? copy_file_range(file, nullptr, out, nullptr, step, 0)
-                                  : sendfile(out, file, nullptr, step);
-        if (count > 0) done += static_cast<uint64_t>(count);
-        if (count == 0 || (count < 0 && errno != EINTR)) break;
-    }
-    return done;
 }
 
 ptrdiff_t lend_to_pipe(int pipe, const void* data, size_t size) {

@@ -29,12 +29,12 @@ void make_blocking(int fd);
 // descriptor is no pipe or the system refuses: this only saves switches between writer and reader.
 void enlarge_pipe(int fd);
 
-// Copies from one descriptor to another inside the system, without the data passing through this process, and
-// moves both file offsets on. It goes as far as the system can with this pair and reports nothing: the caller
-// goes on with an ordinary read and write loop from the present offsets, which finds the end of the input, or
-// meets the error again. Terminals, devices and sockets are left to that loop, which waits for them better. What
-// a large file lends to a pipe changes there with the file until it is read.
-void copy_in_system(int in, int out);
+// Copies at most that many bytes from one descriptor to another inside the system, without their passing through
+// this process, and moves both file offsets on. It goes as far as the system can with this pair and returns the
+// number of bytes; whoever wants more goes on with an ordinary read and write loop from the present offsets, which
+// finds the end of the input, or meets the error again. Terminals, devices and sockets are left to that loop, which
+// waits for them better. What a large file lends to a pipe changes there with the file until it is read.
+uint64_t copy_in_system(int in, int out, uint64_t most = UINT64_MAX);
 
 // Makes one regular file share the other's blocks, where the file system can do that. False when it cannot.
 [[nodiscard]] bool share_blocks(int in, int out);
@@ -47,12 +47,6 @@ void copy_in_system(int in, int out);
 // written are no data. False at the end of the file, and when the file system cannot tell, with errno ENXIO and
 // any other.
 [[nodiscard]] bool find_data(int fd, int64_t offset, int64_t* begin, int64_t* end);
-
-// Copies at most size bytes of a regular file, from its present offset on, to whatever out is, inside the
-// system as well; moves both offsets on and returns the number of bytes. It stops where the system can go no
-// further, for the caller to go on as above. What is lent to a pipe this way changes there with the file
-// until it is read.
-[[nodiscard]] uint64_t copy_file_in_system(int file, int out, uint64_t size);
 
 // Hands the bytes of constant memory to a pipe without copying them: the memory must never change afterwards,
 // as the reader sees it later. Returns the number of bytes taken (fewer than asked for is usual), or -1 with

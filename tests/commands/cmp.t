@@ -191,5 +191,5 @@ Large files are looked at where they lie.
 
 Against a model that goes byte by byte, with random files.
 
-  $ python3 "$TESTDIR/../models/text.py" cmp 1 25
+  $ python3 "$TESTS/models/text.py" cmp 1 25
   cmp, seed 1: 25 rounds agree

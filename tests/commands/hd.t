@@ -131,5 +131,5 @@ What one read delivers begins a line of its own.
 
 Against a model, with random files.
 
-  $ python3 "$TESTDIR/../models/text.py" hd 1 25
+  $ python3 "$TESTS/models/text.py" hd 1 25
   hd, seed 1: 25 rounds agree

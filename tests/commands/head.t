@@ -267,5 +267,5 @@ Lines that must be held need memory. (The sanitizers want more than such a limit
 
 Against a model that follows the rules literally, with random files.
 
-  $ python3 "$TESTDIR/../models/text.py" head 1 25
+  $ python3 "$TESTS/models/text.py" head 1 25
   head, seed 1: 25 rounds agree

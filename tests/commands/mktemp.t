@@ -37,7 +37,7 @@ A name that is taken is passed over, whether by a file or by a link to nothing; 
 
   $ letters=$(awk 'BEGIN { for (i = 48; i < 123; i++) printf "%c ", i }' | tr -dc 'A-Za-z0-8 ')
   $ mkdir u && for letter in $letters; do ln -s ../victim u/${letter}X; done
-  $ garnel mktemp --tmpdir u XX; streams garnel mktemp -d u/XX
+  $ garnel mktemp --tmpdir u XX && rm u/9X && ln -s ../victim u/9X; streams garnel mktemp -d u/XX
   u/9X
   2> mktemp: u/?X: failed to create dir (glob)
   [1]

@@ -261,5 +261,5 @@ Lines that must be held need memory. (The sanitizers want more than such a limit
 
 Against a model that follows the rules literally, with random files.
 
-  $ python3 "$TESTDIR/../models/text.py" tail 1 25
+  $ python3 "$TESTS/models/text.py" tail 1 25
   tail, seed 1: 25 rounds agree

@@ -132,5 +132,5 @@ Input comes in pieces. Large files are looked at where they lie.
 
 Against a model, with random files.
 
-  $ python3 "$TESTDIR/../models/text.py" wc 1 25
+  $ python3 "$TESTS/models/text.py" wc 1 25
   wc, seed 1: 25 rounds agree
