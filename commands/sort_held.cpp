@@ -25,6 +25,10 @@ void insertion_sort(Entry* entries, size_t count) {
     }
 }
 
+void sort_by_key(Entry* entries, size_t count) {
+    std::sort(entries, entries + count, [](const Entry& a, const Entry& b) { return a.key < b.key; });
+}
+
 // Sorts by eight bits of the keys. All bits above them are alike.
 void distribute(Entry* entries, size_t count, unsigned shift, Entry* spare) {
     size_t ends[256] = {};
@@ -130,7 +134,7 @@ void HeldLines::sort_equal(Entry* entries, size_t count, size_t at) {
             entries[i].key = word_at(line, at, order_.fold_case);
         }
     }
-    std::sort(entries, entries + ended, [](const Entry& a, const Entry& b) { return a.key < b.key; });
+    sort_by_key(entries, ended);
     if (count - ended > 1) sort_entries(entries + ended, count - ended, at);
 }
 
@@ -142,62 +146,90 @@ void HeldLines::sort_chunk(std::span<Reference> lines) {
     for (size_t i = 0; i < lines.size(); i++) lines[i] = entries[i].line;
 }
 
-// Visits all lines in order. False when there is no memory.
-template <class Visit>
-bool HeldLines::merge_chunks(Visit visit) const {
-    const size_t chunks = chunk_count();
-    if (chunks == 1) {
-        for (size_t i = 0; i < count_; i++) visit(lines_[i]);
+// All lines in order, after each chunk was sorted.
+class HeldLines::InOrder {
+  public:
+    explicit InOrder(const HeldLines& lines)
+        : lines_(lines), tournament_(CompareHeads{&heads_, lines.order_.fold_case}) {}
+
+    // False when there is no memory.
+    [[nodiscard, gnu::noinline]] bool start() {
+        const size_t chunks = lines_.chunk_count();
+        if (chunks == 1) {
+            next_ = lines_.lines_.data();
+            end_ = next_ + lines_.count_;
+            return true;
+        }
+        if (!heads_.reserve(chunks) || !tournament_.create(chunks)) return false;
+        for (size_t i = 0; i < chunks; i++) {
+            const std::span<Reference> lines = lines_.chunk(i);
+            heads_[i] = {lines.data(), lines.data() + lines.size(), {}};
+            tournament_.enter(i, look_at(heads_[i]));
+        }
+        tournament_.start();
         return true;
     }
 
+    // False when there is no line left.
+    [[nodiscard, gnu::noinline]] bool next(Reference* reference) {
+        if (next_ != end_) {
+            *reference = *next_++;
+            return true;
+        }
+        if (next_ != nullptr || tournament_.is_over()) return false;
+        const size_t winner = tournament_.winner();
+        Head& head = heads_[winner];
+        *reference = *head.line++;
+        if (head.line != head.end) {
+            tournament_.replace(winner, look_at(head));
+        } else {
+            tournament_.remove(winner);
+        }
+        return true;
+    }
+
+  private:
     struct Head {
         const Reference* line;
         const Reference* end;
         Line compared;
     };
-    Buffer<Head> heads;
-    auto compare = [&](size_t a, size_t b) {
-        return compare_from(heads[a].compared, heads[b].compared, word_size, order_.fold_case);
+    struct CompareHeads {
+        const Buffer<Head>* heads;
+        bool fold_case;
+        int operator()(size_t a, size_t b) const {
+            return compare_from((*heads)[a].compared, (*heads)[b].compared, word_size, fold_case);
+        }
     };
-    Tournament tournament(compare);
-    if (!heads.reserve(chunks) || !tournament.create(chunks)) return false;
 
-    auto look_at = [&](Head& head) {
+    [[nodiscard]] uint64_t look_at(Head& head) const {
         // A chunk's lines lie apart, and there are more chunks than a cache holds.
         constexpr ptrdiff_t ahead = 4;
-        if (head.end - head.line > ahead) __builtin_prefetch(text_.data() + (head.line[ahead] >> size_bits));
-        head.compared = compared(*head.line);
-        return word_at(head.compared, 0, order_.fold_case);
-    };
-    for (size_t i = 0; i < chunks; i++) {
-        const std::span<Reference> lines = chunk(i);
-        heads[i] = {lines.data(), lines.data() + lines.size(), {}};
-        tournament.enter(i, look_at(heads[i]));
+        if (head.end - head.line > ahead)
+            __builtin_prefetch(lines_.text_.data() + (head.line[ahead] >> size_bits));
+        head.compared = lines_.compared(*head.line);
+        return word_at(head.compared, 0, lines_.order_.fold_case);
     }
-    for (tournament.start(); !tournament.is_over();) {
-        const size_t winner = tournament.winner();
-        Head& head = heads[winner];
-        visit(*head.line++);
-        if (head.line != head.end) {
-            tournament.replace(winner, look_at(head));
-        } else {
-            tournament.remove(winner);
-        }
-    }
-    return true;
-}
+
+    const HeldLines& lines_;
+    Buffer<Head> heads_;
+    Tournament<CompareHeads> tournament_;
+    const Reference* next_ = nullptr;  // of one chunk, which needs no tournament
+    const Reference* end_ = nullptr;
+};
 
 bool HeldLines::has_ties(bool* found) const {
     *found = false;
     Line previous;
     size_t visited = 0;
-    return merge_chunks([&](Reference reference) {
+    InOrder all(*this);
+    if (!all.start()) return false;
+    for (Reference reference; !*found && all.next(&reference);) {
         const Line next = line(reference);
-        *found =
-            *found || (visited++ > 0 && compare(previous, next, order_) == 0 && !is_same(previous, next));
+        *found = visited++ > 0 && compare(previous, next, order_) == 0 && !is_same(previous, next);
         previous = next;
-    });
+    }
+    return true;
 }
 
 // Puts equal lines into the order of binary insertion. Where an insertion ends depends on nothing but the
@@ -217,24 +249,26 @@ bool HeldLines::place_ties() {
     size_t classes = 0;
     uint32_t visited = 0;
     Line previous;
-    const bool merged = merge_chunks([&](Reference reference) {
+    InOrder all(*this);
+    if (!all.start()) return false;
+    for (Reference reference; all.next(&reference);) {
         const Line next = compared(reference);
         if (visited == 0 || compare_from(previous, next, 0, order_.fold_case) != 0) {
             size[classes] = 0;
             first[classes++] = visited;
         }
         previous = next;
-        entries_[visited++] = {classes - 1, reference};
-    });
-    if (!merged) return false;
-    const std::span<Entry> arrivals(entries_.data(), count_);
-    std::sort(arrivals.begin(), arrivals.end(),
-              [](const Entry& a, const Entry& b) { return a.line < b.line; });
+        entries_[visited++] = {reference, classes - 1};
+    }
+    // Back into the order in which they arrived, each with its class.
+    Entry* arrivals = entries_.data();
+    sort_by_key(arrivals, count_);
+    auto class_of = [&](size_t i) { return static_cast<size_t>(arrivals[i].line); };
 
     Sums arrived(sums.data(), classes);
     arrived.set_all(0);
     for (size_t i = 0; i < count_; i++) {
-        const size_t own = arrivals[i].key;
+        const size_t own = class_of(i);
         const size_t less = arrived.up_to(own);
         places[i] = static_cast<uint32_t>(insertion_place(i, less, less + size[own]) - less);
         size[own]++;
@@ -244,11 +278,11 @@ bool HeldLines::place_ties() {
     auto free_places = [&](size_t own) { return Sums(sums.data() + first[own], size[own]); };
     for (size_t own = 0; own < classes; own++) free_places(own).set_all(1);
     for (size_t i = count_; i-- > 0;) {
-        const size_t own = arrivals[i].key;
+        const size_t own = class_of(i);
         Sums free = free_places(own);
         const size_t place = free.find(places[i]);
         free.add(place, ~uint32_t{0});
-        lines_[first[own] + place - 1] = arrivals[i].line;
+        lines_[first[own] + place - 1] = arrivals[i].key;
     }
     is_whole_ = true;
     return true;
@@ -291,10 +325,13 @@ bool HeldLines::write(Writer& writer) const {
         writer.write({text_.data(), text_size_});
         return true;
     }
-    return merge_chunks([&](Reference reference) {
+    InOrder all(*this);
+    if (!all.start()) return false;
+    for (Reference reference; all.next(&reference);) {
         const Line next = line(reference);
         writer.write({next.data(), next.size() + 1});
-    });
+    }
+    return true;
 }
 
 void HeldLines::clear() {

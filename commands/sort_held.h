@@ -97,8 +97,7 @@ class HeldLines {
     void sort_chunk(std::span<Reference> lines);
     void sort_entries(Entry* entries, size_t count, size_t at);
     void sort_equal(Entry* entries, size_t count, size_t at);
-    template <class Visit>
-    [[nodiscard]] bool merge_chunks(Visit visit) const;
+    class InOrder;
     [[nodiscard]] bool has_ties(bool* found) const;
     [[nodiscard]] bool place_ties();
 
