@@ -41,7 +41,9 @@ function(garnel_link_options target)
   target_link_options(${target} PRIVATE -Wl,--gc-sections -Wl,--build-id=none)
   if(CMAKE_TOOLCHAIN_FILE)
     # One segment less to map, and no second mprotect before main.
-    target_link_options(${target} PRIVATE -Wl,-z,noseparate-code -Wl,-z,norelro)
+    target_link_options(${target} PRIVATE -Wl,-z,noseparate-code -Wl,-z,norelro
+      -Wl,-T,${CMAKE_SOURCE_DIR}/cmake/startup.ld)
+    set_property(TARGET ${target} APPEND PROPERTY LINK_DEPENDS ${CMAKE_SOURCE_DIR}/cmake/startup.ld)
   else()
     # g++ would add the C++ and mathematics libraries by itself.
     target_link_options(${target} PRIVATE -nodefaultlibs)
