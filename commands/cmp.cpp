@@ -2,8 +2,7 @@
 // Scripts rely on: -n checks its number and limits nothing; the message about a file that cannot be opened
 // has no newline, while differences and early ends are told on standard output; a skip that passes the end of
 // a file is an early end of it; byte and line numbers begin behind the skipped bytes; FILE1 is always a
-// file's name,
-// "-" too; a read error is the end of that file; a bad -n shows the usage.
+// file's name, "-" too; a read error is the end of that file; a bad -n shows the usage.
 
 #include <algorithm>
 #include <array>
