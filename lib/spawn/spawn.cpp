@@ -1,0 +1,226 @@
+#include "lib/spawn/spawn.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <cstdlib>
+#include <cstring>
+
+#include <fcntl.h>
+#include <grp.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include "lib/spawn/search.h"
+
+namespace {
+
+// The arguments of the shell that runs a script: room for them is made before a child shares this process's memory.
+class ScriptArguments {
+  public:
+    explicit ScriptArguments(char* const* arguments) : arguments_(arguments) {
+        size_t count = 0;
+        while (arguments != nullptr && arguments[count] != nullptr) count++;
+        // The shell's name, the script, and the null at the end.
+        script_ = static_cast<char**>(calloc(count + 3, sizeof(char*)));
+    }
+    ScriptArguments(const ScriptArguments&) = delete;
+    ScriptArguments& operator=(const ScriptArguments&) = delete;
+    ~ScriptArguments() { free(script_); }
+
+    [[nodiscard]] bool valid() const { return script_ != nullptr; }
+
+    // The path lies in a search, which leaves room in front of it.
+    char** with(char* path) {
+        // What begins like an option would be one for the shell.
+        if (path[0] == '-' || path[0] == '+') {
+            path -= 2;
+            memcpy(path, "./", 2);
+        }
+        script_[0] = const_cast<char*>("sh");
+        script_[1] = path;
+        char** end = script_ + 2;
+        if (arguments_[0] != nullptr) {
+            for (char* const* argument = arguments_ + 1; *argument != nullptr; argument++) *end++ = *argument;
+        }
+        return script_;
+    }
+
+  private:
+    char* const* arguments_;
+    char** script_;
+};
+
+bool take_descriptors(std::span<const e_descriptor> descriptors) {
+    int copies[e_most_descriptors];
+    int above = 0;
+    for (const e_descriptor& descriptor : descriptors) above = std::max(above, descriptor.to + 1);
+    for (size_t i = 0; i < descriptors.size(); i++) {
+        copies[i] = -1;
+        if (descriptors[i].from < 0) continue;
+        // Out of the way of all targets first.
+        copies[i] = fcntl(descriptors[i].from, F_DUPFD_CLOEXEC, above);
+        if (copies[i] < 0) return false;
+    }
+    for (size_t i = 0; i < descriptors.size(); i++) {
+        if (copies[i] < 0) {
+            close(descriptors[i].to);
+        } else if (dup2(copies[i], descriptors[i].to) < 0) {
+            return false;
+        }
+    }
+    return true;
+}
+
+bool take_root(const char* root) {
+    return chroot(root) == 0 && chdir("/") == 0;
+}
+
+// Handlers are functions of this program, which must not run in a child that shares its memory.
+void take_signals(const e_program& program, bool child) {
+    for (int signal = 1; signal < NSIG; signal++) {
+        struct sigaction action {};
+        if (sigaction(signal, nullptr, &action) != 0) continue;
+        const bool wanted = program.defaults != nullptr && sigismember(program.defaults, signal) == 1;
+        const bool handled = action.sa_handler != SIG_DFL && action.sa_handler != SIG_IGN;
+        if (!wanted && !(child && handled)) continue;
+        action = {};
+        action.sa_handler = SIG_DFL;
+        sigaction(signal, &action, nullptr);
+    }
+}
+
+// Executes the program. Returns only with errno.
+void execute(const e_program& program, e_search* search, ScriptArguments* script) {
+    char* const* environment = program.environment != nullptr ? program.environment : environ;
+    const bool is_path = search->rest == search->name;
+    while (char* path = next_candidate(search)) {
+        execve(path, program.arguments, environment);
+        if (errno == ENOEXEC) execve(e_shell, script->with(path), environment);
+        if (is_path) return;
+        switch (errno) {
+        case EACCES: search->error = EACCES; break;
+        case ENOENT:
+        case ENOTDIR:
+        case ELOOP:
+        case ENAMETOOLONG:
+        case ENODEV:
+        case ESTALE:
+        case ETIMEDOUT: break;
+        default: return;
+        }
+    }
+    errno = search->error;
+}
+
+// Turns this process, or the child that shares its memory, into the program. Returns only after a failure.
+void become_program(const e_program& program, ScriptArguments* script, const sigset_t* mask, bool child,
+                    e_failure* failure) {
+    e_search search;
+    char* const* environment = program.environment != nullptr ? program.environment : environ;
+    const char* file = program.file != nullptr ? program.file : program.arguments[0];
+    e_initsearch(&search, file, e_env_value(environment, "PATH"));
+
+    auto fail = [&](e_step step) { *failure = {step, errno}; };
+    if (!take_descriptors(program.descriptors)) return fail(e_step_descriptors);
+    if (program.root != nullptr && !take_root(program.root)) return fail(e_step_root);
+    if (program.identity != nullptr && !e_become(*program.identity)) return fail(e_step_identity);
+    if (program.directory != nullptr && chdir(program.directory) != 0) return fail(e_step_directory);
+    if (child || program.defaults != nullptr) take_signals(program, child);
+    if (mask != nullptr) sigprocmask(SIG_SETMASK, mask, nullptr);
+    execute(program, &search, script);
+    fail(e_step_program);
+}
+
+bool is_possible(const e_program& program, const ScriptArguments& script, e_failure* failure) {
+    *failure = {e_step_none, 0};
+    const bool named =
+        program.arguments != nullptr && (program.file != nullptr || program.arguments[0] != nullptr);
+    if (!named || program.descriptors.size() > e_most_descriptors) *failure = {e_step_start, EINVAL};
+    if (!script.valid()) *failure = {e_step_start, ENOMEM};
+    return failure->step == e_step_none;
+}
+
+// Without this a child's status is lost. What the child is given is what was here before.
+bool hear_of_children(struct sigaction* before) {
+    if (sigaction(SIGCHLD, nullptr, before) != 0) return false;
+    if (before->sa_handler != SIG_IGN && (before->sa_flags & SA_NOCLDWAIT) == 0) return false;
+    struct sigaction action = *before;
+    if (action.sa_handler == SIG_IGN) action.sa_handler = SIG_DFL;
+    action.sa_flags &= ~SA_NOCLDWAIT;
+    return sigaction(SIGCHLD, &action, nullptr) == 0;
+}
+
+}  // namespace
+
+pid_t e_spawn(const e_program& program, e_failure* failure) {
+    ScriptArguments script(program.arguments);
+    if (!is_possible(program, script, failure)) return -1;
+
+    struct sigaction child_signal {};
+    const bool changed = hear_of_children(&child_signal);
+    sigset_t all;
+    sigset_t before;
+    sigfillset(&all);
+    sigprocmask(SIG_SETMASK, &all, &before);
+    // The child borrows this process's memory until it executes the program: nothing is copied, and what it writes
+    // into *failure is here.
+    const pid_t child = vfork();  // NOLINT(clang-analyzer-security.insecureAPI.vfork)
+    if (child == 0) {
+        if (changed) sigaction(SIGCHLD, &child_signal, nullptr);
+        become_program(program, &script, program.mask != nullptr ? program.mask : &before, true, failure);
+        _exit(127);
+    }
+    const int error = errno;
+    sigprocmask(SIG_SETMASK, &before, nullptr);
+    if (child < 0) {
+        *failure = {e_step_start, error};
+    } else if (failure->step != e_step_none) {
+        e_result result;
+        (void)e_wait(child, &result);
+        return -1;
+    }
+    return child;
+}
+
+void e_exec(const e_program& program, e_failure* failure) {
+    ScriptArguments script(program.arguments);
+    if (is_possible(program, script, failure)) become_program(program, &script, program.mask, false, failure);
+}
+
+int e_failure_status(int error) {
+    return error == ENOENT || error == ENOTDIR ? 127 : 126;
+}
+
+bool e_become(const e_identity& identity) {
+    const auto [user, group, groups] = identity;
+    constexpr auto unchanged = static_cast<uid_t>(-1);
+    // To the system this number means "leave it as it is".
+    if (user == unchanged || group == static_cast<gid_t>(-1)) {
+        errno = EINVAL;
+        return false;
+    }
+    // The user last: the right to change the others goes with it.
+    if (setgroups(groups.size(), groups.data()) != 0 || setresgid(group, group, group) != 0 ||
+        setresuid(user, user, user) != 0) {
+        return false;
+    }
+    uid_t users[3];
+    gid_t gids[3];
+    if (getresuid(users, users + 1, users + 2) != 0 || getresgid(gids, gids + 1, gids + 2) != 0) return false;
+    const bool done = std::all_of(users, users + 3, [user = user](uid_t id) { return id == user; }) &&
+                      std::all_of(gids, gids + 3, [group = group](gid_t id) { return id == group; }) &&
+                      getgroups(0, nullptr) == static_cast<int>(groups.size());
+    if (done && (user == 0 || setresuid(unchanged, 0, unchanged) != 0)) return true;
+    errno = EPERM;
+    return false;
+}
+
+bool e_wait(pid_t child, e_result* result) {
+    int status = 0;
+    while (wait4(child, &status, 0, &result->usage) < 0) {
+        if (errno != EINTR) return false;
+    }
+    result->signal = WIFSIGNALED(status) ? WTERMSIG(status) : 0;
+    result->status = WIFSIGNALED(status) ? 128 + WTERMSIG(status) : WEXITSTATUS(status);
+    return true;
+}

@@ -1,0 +1,303 @@
+// Programs are found, started and waited for as they should be, with everything that a program gets from its parent.
+
+#include "lib/spawn/spawn.h"
+
+#include <gtest/gtest.h>
+
+#include <cerrno>
+#include <cstdlib>
+#include <fstream>
+#include <string>
+#include <vector>
+
+#include <fcntl.h>
+#include <grp.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace {
+
+// A vector of arguments that ends with null.
+class Arguments {
+  public:
+    Arguments(std::initializer_list<std::string> texts) : texts_(texts) {
+        for (std::string& text : texts_) pointers_.push_back(text.data());
+        pointers_.push_back(nullptr);
+    }
+    [[nodiscard]] char* const* list() const { return pointers_.data(); }
+    [[nodiscard]] std::span<char* const> span() const { return {pointers_.data(), texts_.size()}; }
+
+  private:
+    std::vector<std::string> texts_;
+    std::vector<char*> pointers_;
+};
+
+std::string text_of(char* text) {
+    std::string copy = text != nullptr ? text : "(null)";
+    free(text);
+    return copy;
+}
+
+// A directory with odd things in it, which is the current one.
+class Spawn : public testing::Test {
+  protected:
+    void SetUp() override {
+        ASSERT_NE(mkdtemp(directory_), nullptr);
+        ASSERT_EQ(chdir(directory_), 0);
+        for (const char* name : {"plain", "first", "second", "first/tool", "first/only"}) mkdir(name, 0755);
+        write("plain/tool", 0644, "exit 1\n");
+        write("second/tool", 0755, "#!/bin/sh\nexit 7\n");
+        write("-tool", 0755, "exit $#\n");
+        write("second/nothing", 0755, "#!/nowhere/interpreter\n");
+    }
+    void TearDown() override {
+        ASSERT_EQ(chdir("/"), 0);
+        ASSERT_EQ(system((std::string("rm -r ") + directory_).c_str()), 0);
+    }
+    static void write(const char* name, mode_t mode, const char* text) {
+        std::ofstream(name) << text;
+        ASSERT_EQ(chmod(name, mode), 0);
+    }
+
+    // Runs a program; what it prints is kept. The status, or -1 with failure_.
+    int run(e_program program, const Arguments& arguments) {
+        int ends[2];
+        EXPECT_EQ(pipe2(ends, O_CLOEXEC), 0);
+        const e_descriptor descriptors[] = {{ends[1], STDOUT_FILENO}};
+        program.arguments = arguments.list();
+        if (program.descriptors.empty()) program.descriptors = descriptors;
+        const pid_t child = e_spawn(program, &failure_);
+        close(ends[1]);
+        output_.clear();
+        char buffer[512];
+        for (ssize_t size; (size = read(ends[0], buffer, sizeof buffer)) > 0;) {
+            output_.append(buffer, static_cast<size_t>(size));
+        }
+        close(ends[0]);
+        if (child < 0) return -1;
+        EXPECT_TRUE(e_wait(child, &result_));
+        return result_.status;
+    }
+
+    char directory_[sizeof "/tmp/spawn.XXXXXX"] = "/tmp/spawn.XXXXXX";
+    e_failure failure_{};
+    e_result result_{};
+    std::string output_;
+};
+
+TEST_F(Spawn, FindsProgramsInOddPaths) {
+    struct Row {
+        const char* name;
+        const char* path;
+        const char* found;
+        int error;
+    };
+    const Row rows[] = {
+        {"tool", "plain:first:second", "second/tool", 0},
+        {"tool", "none:-tool/x:second//", "second//tool", 0},
+        {"tool", "plain:none", nullptr, EACCES},
+        {"only", "none:first", nullptr, EACCES},
+        {"tool", "none", nullptr, ENOENT},
+        {"-tool", "none:", "./-tool", 0},
+        {"-tool", "", "./-tool", 0},
+        {"-tool", ":none", "./-tool", 0},
+        {"-tool", "none", nullptr, ENOENT},
+        {"second/tool", "none", "second/tool", 0},
+        {"plain/tool", "second", nullptr, EACCES},
+        {"-tool/x", "second", nullptr, ENOTDIR},
+        {"first/", "second", nullptr, EACCES},
+        {"", "second:", nullptr, ENOENT},
+        {"sh", nullptr, "/bin/sh", 0},
+        {"-tool", nullptr, nullptr, ENOENT},
+    };
+    for (const Row& row : rows) {
+        errno = 0;
+        char* found = e_find(row.name, row.path);
+        const int error = found != nullptr ? 0 : errno;
+        EXPECT_EQ(text_of(found), row.found != nullptr ? row.found : "(null)") << row.name;
+        EXPECT_EQ(error, row.error) << row.name << " in " << (row.path != nullptr ? row.path : "(null)");
+    }
+
+    // Paths at the limit of what the system takes, and beyond.
+    for (size_t size : {PATH_MAX - 7, PATH_MAX - 6, PATH_MAX - 5, PATH_MAX, 100000}) {
+        const std::string path = std::string(size, '/') + ":second";
+        EXPECT_EQ(text_of(e_find("tool", path.c_str())), "second/tool") << size;
+        errno = 0;
+        EXPECT_EQ(e_find(std::string(size, '/').c_str(), "second"), nullptr);
+        EXPECT_EQ(errno, size < PATH_MAX ? EACCES : ENAMETOOLONG) << size;
+    }
+
+    e_search search;
+    e_initsearch(&search, "tool", "second:plain:./second:first");
+    EXPECT_STREQ(e_nextfound(&search), "second/tool");
+    EXPECT_STREQ(e_nextfound(&search), "./second/tool");
+    EXPECT_EQ(e_nextfound(&search), nullptr);
+    EXPECT_EQ(e_nextfound(&search), nullptr);
+}
+
+TEST_F(Spawn, RunsWhatItFindsAndTellsWhyNot) {
+    const Arguments odd{"PATH=plain:first:second:"}, here{"PATH="}, nothing{"PATH=first:plain"};
+    EXPECT_EQ(run({.environment = odd.list()}, {"tool"}), 7);
+    EXPECT_EQ(run({.environment = here.list()}, {"-tool", "a", "b c", ""}), 3);
+    EXPECT_EQ(run({.file = "-tool", .environment = here.list()}, {}), 0);
+    EXPECT_EQ(run({}, {"sh", "-c", "kill -9 $$"}), 128 + 9);
+    EXPECT_EQ(result_.signal, 9);
+
+    auto fails = [&](e_program program, const Arguments& arguments, e_step step, int error) {
+        EXPECT_EQ(run(program, arguments), -1);
+        EXPECT_EQ(failure_.step, step);
+        EXPECT_EQ(failure_.error, error);
+        errno = 0;
+        EXPECT_EQ(waitpid(-1, nullptr, WNOHANG), -1) << "a child was left";
+    };
+    fails({.environment = nothing.list()}, {"tool"}, e_step_program, EACCES);
+    fails({.environment = odd.list()}, {"nothing"}, e_step_program, ENOENT);
+    fails({}, {""}, e_step_program, ENOENT);
+    fails({}, {"/"}, e_step_program, EACCES);
+    fails({}, {}, e_step_start, EINVAL);
+    fails({.root = "none"}, {"sh"}, e_step_root, geteuid() == 0 ? ENOENT : EPERM);
+    fails({.directory = "none"}, {"sh"}, e_step_directory, ENOENT);
+    const e_descriptor bad[] = {{STDIN_FILENO, 100}, {99, 98}};
+    fails({.descriptors = bad}, {"sh"}, e_step_descriptors, EBADF);
+    EXPECT_EQ(fcntl(100, F_GETFD), -1);
+    const std::string long_text(size_t{1} << 18, 'x');
+    fails({}, {"sh", "-c", long_text}, e_step_program, E2BIG);
+}
+
+volatile sig_atomic_t caught = 0;
+
+TEST_F(Spawn, GivesWhatAProgramExpects) {
+    EXPECT_EQ(run({.directory = "first"}, {"pwd"}), 0);
+    EXPECT_EQ(output_, std::string(directory_) + "/first\n");
+    const Arguments environment{"A=1", "A=2", "odd", "=x"};
+    EXPECT_EQ(run({.file = "/usr/bin/env", .environment = environment.list()}, {"env"}), 0);
+    EXPECT_EQ(output_, "A=1\nA=2\nodd\n=x\n");
+
+    // Two descriptors change places, one is closed, one stays where it is although it would be closed.
+    int ends[2];
+    ASSERT_EQ(pipe2(ends, O_CLOEXEC), 0);
+    const int null = open("/dev/null", O_WRONLY | O_CLOEXEC);
+    ASSERT_EQ(dup3(null, 50, O_CLOEXEC), 50);
+    ASSERT_EQ(dup3(ends[1], 51, O_CLOEXEC), 51);
+    const e_descriptor swapped[] = {{50, 51}, {51, 50}, {-1, STDIN_FILENO}, {ends[1], ends[1]}};
+    const std::string script = "echo a >&51; echo b >&50; echo c >&" + std::to_string(ends[1]) +
+                               "; [ -e /proc/self/fd/0 ] || echo d >&50";
+    EXPECT_EQ(run({.descriptors = swapped}, {"bash", "-c", script}), 0);
+    char buffer[16] = "";
+    EXPECT_EQ(read(ends[0], buffer, sizeof buffer), 6);
+    EXPECT_STREQ(buffer, "b\nc\nd\n");
+    for (int fd : {ends[0], ends[1], null, 50, 51}) close(fd);
+
+    // Handlers go, what is ignored stays unless it is given back, and so do blocked signals. A child whose end is
+    // ignored has a status nevertheless, and goes on ignoring it.
+    struct sigaction old_user {};
+    struct sigaction action {};
+    action.sa_handler = [](int) { caught = 1; };
+    sigaction(SIGUSR1, &action, &old_user);
+    (void)signal(SIGUSR2, SIG_IGN);
+    (void)signal(SIGCHLD, SIG_IGN);
+    sigset_t blocked, none, defaults;
+    sigemptyset(&none);
+    sigemptyset(&blocked);
+    sigemptyset(&defaults);
+    sigaddset(&blocked, SIGWINCH);
+    sigaddset(&defaults, SIGUSR2);
+    sigprocmask(SIG_SETMASK, &blocked, nullptr);
+    EXPECT_EQ(run({}, {"sed", "-nE", "s/^Sig(Blk|Ign|Cgt).*0([0-9a-f]{8})$/\\1 \\2/p", "/proc/self/status"}),
+              0);
+    EXPECT_EQ(output_, "Blk 08000000\nIgn 00010800\nCgt 00000000\n");
+    EXPECT_EQ(run({.defaults = &defaults, .mask = &none},
+                  {"sed", "-nE", "s/^Sig(Blk|Ign).*0([0-9a-f]{8})$/\\1 \\2/p", "/proc/self/status"}),
+              0);
+    EXPECT_EQ(output_, "Blk 00000000\nIgn 00000000\n");
+    sigset_t now;
+    sigprocmask(SIG_SETMASK, &none, &now);
+    EXPECT_EQ(sigismember(&now, SIGWINCH), 1);
+    EXPECT_EQ(sigismember(&now, SIGTERM), 0);
+    raise(SIGUSR1);
+    EXPECT_EQ(caught, 1);
+    sigaction(SIGUSR1, &old_user, nullptr);
+    (void)signal(SIGUSR2, SIG_DFL);
+}
+
+TEST_F(Spawn, BecomesAnotherUserForGood) {
+    if (geteuid() != 0) GTEST_SKIP() << "needs root";
+    const gid_t groups[] = {7, 65537};
+    const e_identity user{.user = 4000000000, .group = 3000000000, .groups = groups};
+    ASSERT_EQ(chmod(directory_, 0755), 0);
+    EXPECT_EQ(
+        run({.identity = &user}, {"sed", "-nE", "s/^(Uid|Gid|Groups|CapEff):[ \t]*//p", "/proc/self/status"}),
+        0);
+    EXPECT_EQ(output_,
+              "4000000000\t4000000000\t4000000000\t4000000000\n3000000000\t3000000000\t3000000000\t"
+              "3000000000\n7 65537 \n0000000000000000\n");
+    const e_identity invalid{.user = static_cast<uid_t>(-1), .group = 1, .groups = {}};
+    EXPECT_EQ(run({.identity = &invalid}, {"true"}), -1);
+    EXPECT_EQ(failure_.step, e_step_identity);
+    EXPECT_EQ(geteuid(), 0U);
+}
+
+TEST(SpawnEnvironment, KeepsOrderAndLosesNothing) {
+    std::string texts[] = {"B=2", "A=3", "odd", "=x", "B", "AA", "A=", "A"};
+    e_environment environment;
+    setenv("A", "first", 1);
+    ASSERT_TRUE(e_env_inherit(&environment));
+    auto shown = [&] {
+        std::string all;
+        for (char* const* text = e_env_list(&environment); *text != nullptr; text++)
+            all += std::string(*text) + ' ';
+        return all;
+    };
+    EXPECT_STREQ(e_env_value(e_env_list(&environment), "A"), "first");
+    e_env_empty(&environment);
+    EXPECT_EQ(shown(), "");
+    for (size_t i : {0, 1, 2, 3}) ASSERT_TRUE(e_env_put(&environment, texts[i].data()));
+    ASSERT_TRUE(e_env_set(&environment, "AA", "long"));
+    ASSERT_TRUE(e_env_set(&environment, "B", "new=1"));
+    EXPECT_EQ(shown(), "B=new=1 A=3 odd =x AA=long ");
+    ASSERT_TRUE(e_env_unset(&environment, texts[4].data()));
+    ASSERT_TRUE(e_env_unset(&environment, texts[5].data()));
+    ASSERT_TRUE(e_env_set(&environment, "B", "again"));
+    ASSERT_TRUE(e_env_put(&environment, texts[6].data()));
+    EXPECT_EQ(shown(), "A= odd =x B=again ");
+    EXPECT_STREQ(e_env_value(e_env_list(&environment), "A"), "");
+    EXPECT_EQ(e_env_value(e_env_list(&environment), "AA"), nullptr);
+
+    // What is named twice stays so until it is touched.
+    char* twice[] = {texts[1].data(), texts[0].data(), texts[1].data(), nullptr};
+    char** const before = environ;
+    environ = twice;
+    e_environment copy;
+    const bool inherited = e_env_inherit(&copy);
+    environ = before;
+    ASSERT_TRUE(inherited);
+    EXPECT_EQ(std::string(e_env_list(&copy)[2]), "A=3");
+    ASSERT_TRUE(e_env_set(&copy, "A", "4"));
+    EXPECT_EQ(std::string(e_env_list(&copy)[0]), "A=4");
+    EXPECT_EQ(e_env_list(&copy)[2], nullptr);
+    ASSERT_TRUE(e_env_unset(&copy, texts[7].data()));
+    EXPECT_EQ(e_env_list(&copy)[1], nullptr);
+
+    std::vector<std::string> many;
+    for (int i = 0; i < 40000; i++)
+        many.push_back("N" + std::to_string(i % 20000) + "=" + std::to_string(i));
+    e_env_empty(&environment);
+    for (std::string& text : many) ASSERT_TRUE(e_env_put(&environment, text.data()));
+    char* const* list = e_env_list(&environment);
+    EXPECT_STREQ(list[19999], "N19999=39999");
+    EXPECT_EQ(list[20000], nullptr);
+}
+
+TEST_F(Spawn, EscapedWordsComeOutOfAShellUnchanged) {
+    std::string every;
+    for (int byte = 1; byte < 256; byte++) every += static_cast<char>(byte);
+    const Arguments words{"printf",       "%s|",       "",    "'", "a'b''", "-n",
+                          "$HOME `x` \\", "plain/a.b", "A=1", "~", "#",     every};
+    const std::string text = text_of(e_escape(words.span()));
+    EXPECT_EQ(run({}, {"sh", "-c", text}), 0);
+    EXPECT_EQ(output_, "|'|a'b''|-n|$HOME `x` \\|plain/a.b|A=1|~|#|" + every + "|");
+    EXPECT_EQ(text_of(e_escape(Arguments{"if", "if"}.span())), "'if' if");
+    EXPECT_EQ(text_of(e_escape({})), "");
+}
+
+}  // namespace
