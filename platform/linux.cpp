@@ -2,11 +2,14 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <csignal>
 #include <cstdio>
+#include <cstdlib>
 #include <cstring>
 #include <ctime>
 
 #include <fcntl.h>
+#include <sched.h>
 #include <sys/ioctl.h>
 #include <sys/sendfile.h>
 #include <sys/stat.h>
@@ -223,6 +226,18 @@ bool file_status(int dir, const char* name, Links links, struct stat* status, ti
 
 int open_passage(int dir, const char* path, Links links) {
     return openat(dir, path, O_PATH | O_DIRECTORY | O_CLOEXEC | (links == Links::keep ? O_NOFOLLOW : 0));
+}
+
+int start_child(int (*run)(void*), void* argument) {
+    // vfork itself is a plain fork with some C libraries, and its child must not return from where it is called.
+    constexpr size_t stack_size = size_t{1} << 16;
+    auto* const stack = static_cast<char*>(malloc(stack_size));
+    if (stack == nullptr) return -1;
+    const int child = clone(run, stack + stack_size, CLONE_VM | CLONE_VFORK | SIGCHLD, argument);
+    const int error = errno;
+    free(stack);
+    errno = error;
+    return child;
 }
 
 DirectoryNames::DirectoryNames(int dir) : dir_(dir) {

@@ -63,6 +63,12 @@ enum class Links { follow, keep };
 // Opens a directory for nothing but going on from it, which needs no right to read it. -1 with errno.
 [[nodiscard]] int open_passage(int dir, const char* path, Links links = Links::follow);
 
+// Starts a child that borrows the memory of this process, which stands still until the child has executed another
+// program or ended: nothing is copied, and what the child writes to variables stays. It ends with the status that run
+// returns. The caller keeps signal handlers from running meanwhile, as they would in both. Returns the child's process
+// id, or -1 with errno.
+[[nodiscard]] int start_child(int (*run)(void*), void* argument);
+
 // Delivers the names in an open directory, in the system's order, from the first one on; in larger steps than
 // readdir, so that the system is seldom asked. All of them share one buffer: a directory must be done with before
 // the next one is begun.

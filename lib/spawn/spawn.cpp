@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstdlib>
-#include <cstring>
 
 #include <fcntl.h>
 #include <grp.h>
@@ -11,6 +10,7 @@
 #include <unistd.h>
 
 #include "lib/spawn/search.h"
+#include "platform/platform.h"
 
 namespace {
 
@@ -33,8 +33,8 @@ class ScriptArguments {
     char** with(char* path) {
         // What begins like an option would be one for the shell.
         if (path[0] == '-' || path[0] == '+') {
-            path -= 2;
-            memcpy(path, "./", 2);
+            *--path = '/';
+            *--path = '.';
         }
         script_[0] = const_cast<char*>("sh");
         script_[1] = path;
@@ -51,18 +51,17 @@ class ScriptArguments {
 };
 
 bool take_descriptors(std::span<const e_descriptor> descriptors) {
-    int copies[e_most_descriptors];
+    int copies[e_most_descriptors] = {};
     int above = 0;
-    for (const e_descriptor& descriptor : descriptors) above = std::max(above, descriptor.to + 1);
+    for (const e_descriptor& descriptor : descriptors) above = std::max(above, descriptor.to);
     for (size_t i = 0; i < descriptors.size(); i++) {
-        copies[i] = -1;
         if (descriptors[i].from < 0) continue;
         // Out of the way of all targets first.
-        copies[i] = fcntl(descriptors[i].from, F_DUPFD_CLOEXEC, above);
+        copies[i] = fcntl(descriptors[i].from, F_DUPFD_CLOEXEC, above + 1);
         if (copies[i] < 0) return false;
     }
     for (size_t i = 0; i < descriptors.size(); i++) {
-        if (copies[i] < 0) {
+        if (descriptors[i].from < 0) {
             close(descriptors[i].to);
         } else if (dup2(copies[i], descriptors[i].to) < 0) {
             return false;
@@ -112,32 +111,54 @@ void execute(const e_program& program, e_search* search, ScriptArguments* script
     errno = search->error;
 }
 
-// Turns this process, or the child that shares its memory, into the program. Returns only after a failure.
-void become_program(const e_program& program, ScriptArguments* script, const sigset_t* mask, bool child,
-                    e_failure* failure) {
-    e_search search;
-    char* const* environment = program.environment != nullptr ? program.environment : environ;
-    const char* file = program.file != nullptr ? program.file : program.arguments[0];
-    e_initsearch(&search, file, e_env_value(environment, "PATH"));
+// A start under way, in this process or in the child that borrows its memory.
+struct Start {
+    const e_program& program;
+    e_failure* failure;
+    ScriptArguments script;
+    const char* file = nullptr;
+    bool in_child = false;
+    const sigset_t* mask = nullptr;                  // to be set, or null
+    const struct sigaction* child_signal = nullptr;  // SIGCHLD's for the program, or null
 
-    auto fail = [&](e_step step) { *failure = {step, errno}; };
-    if (!take_descriptors(program.descriptors)) return fail(e_step_descriptors);
-    if (program.root != nullptr && !take_root(program.root)) return fail(e_step_root);
-    if (program.identity != nullptr && !e_become(*program.identity)) return fail(e_step_identity);
-    if (program.directory != nullptr && chdir(program.directory) != 0) return fail(e_step_directory);
-    if (child || program.defaults != nullptr) take_signals(program, child);
-    if (mask != nullptr) sigprocmask(SIG_SETMASK, mask, nullptr);
-    execute(program, &search, script);
-    fail(e_step_program);
-}
+    // Whether the program can be tried.
+    [[nodiscard]] bool prepare() {
+        *failure = {e_step_none, 0};
+        mask = program.mask;
+        file = program.file;
+        if (file == nullptr && program.arguments != nullptr) file = program.arguments[0];
+        bool sound = program.arguments != nullptr && file != nullptr &&
+                     program.descriptors.size() <= e_most_descriptors;
+        for (const e_descriptor& descriptor : program.descriptors) {
+            sound &= descriptor.to >= 0 && descriptor.to < INT_MAX;
+        }
+        if (!script.valid()) *failure = {e_step_start, ENOMEM};
+        if (!sound) *failure = {e_step_start, EINVAL};
+        return failure->step == e_step_none;
+    }
 
-bool is_possible(const e_program& program, const ScriptArguments& script, e_failure* failure) {
-    *failure = {e_step_none, 0};
-    const bool named =
-        program.arguments != nullptr && (program.file != nullptr || program.arguments[0] != nullptr);
-    if (!named || program.descriptors.size() > e_most_descriptors) *failure = {e_step_start, EINVAL};
-    if (!script.valid()) *failure = {e_step_start, ENOMEM};
-    return failure->step == e_step_none;
+    // Takes all steps. Returns only after a failure.
+    void become_program() {
+        e_search search;
+        char* const* environment = program.environment != nullptr ? program.environment : environ;
+        e_initsearch(&search, file, e_env_value(environment, "PATH"));
+
+        auto fail = [this](e_step step) { *failure = {step, errno}; };
+        if (!take_descriptors(program.descriptors)) return fail(e_step_descriptors);
+        if (program.root != nullptr && !take_root(program.root)) return fail(e_step_root);
+        if (program.identity != nullptr && !e_become(*program.identity)) return fail(e_step_identity);
+        if (program.directory != nullptr && chdir(program.directory) != 0) return fail(e_step_directory);
+        if (child_signal != nullptr) sigaction(SIGCHLD, child_signal, nullptr);
+        if (in_child || program.defaults != nullptr) take_signals(program, in_child);
+        if (mask != nullptr) sigprocmask(SIG_SETMASK, mask, nullptr);
+        execute(program, &search, &script);
+        fail(e_step_program);
+    }
+};
+
+int run_child(void* start) {
+    static_cast<Start*>(start)->become_program();
+    return 127;
 }
 
 // Without this a child's status is lost. What the child is given is what was here before.
@@ -153,38 +174,31 @@ bool hear_of_children(struct sigaction* before) {
 }  // namespace
 
 pid_t e_spawn(const e_program& program, e_failure* failure) {
-    ScriptArguments script(program.arguments);
-    if (!is_possible(program, script, failure)) return -1;
+    Start start{.program = program, .failure = failure, .script = ScriptArguments(program.arguments)};
+    if (!start.prepare()) return -1;
 
     struct sigaction child_signal {};
-    const bool changed = hear_of_children(&child_signal);
+    if (hear_of_children(&child_signal)) start.child_signal = &child_signal;
     sigset_t all;
     sigset_t before;
     sigfillset(&all);
     sigprocmask(SIG_SETMASK, &all, &before);
-    // The child borrows this process's memory until it executes the program: nothing is copied, and what it writes
-    // into *failure is here.
-    const pid_t child = vfork();  // NOLINT(clang-analyzer-security.insecureAPI.vfork)
-    if (child == 0) {
-        if (changed) sigaction(SIGCHLD, &child_signal, nullptr);
-        become_program(program, &script, program.mask != nullptr ? program.mask : &before, true, failure);
-        _exit(127);
-    }
+    start.in_child = true;
+    if (start.mask == nullptr) start.mask = &before;
+    const pid_t child = platform::start_child(run_child, &start);
     const int error = errno;
     sigprocmask(SIG_SETMASK, &before, nullptr);
-    if (child < 0) {
-        *failure = {e_step_start, error};
-    } else if (failure->step != e_step_none) {
-        e_result result;
-        (void)e_wait(child, &result);
-        return -1;
-    }
-    return child;
+    if (child < 0) *failure = {e_step_start, error};
+    if (failure->step == e_step_none) return child;
+
+    e_result result;
+    if (child >= 0) (void)e_wait(child, &result);
+    return -1;
 }
 
 void e_exec(const e_program& program, e_failure* failure) {
-    ScriptArguments script(program.arguments);
-    if (is_possible(program, script, failure)) become_program(program, &script, program.mask, false, failure);
+    Start start{.program = program, .failure = failure, .script = ScriptArguments(program.arguments)};
+    if (start.prepare()) start.become_program();
 }
 
 int e_failure_status(int error) {

@@ -279,8 +279,7 @@ TEST(SpawnEnvironment, KeepsOrderAndLosesNothing) {
     EXPECT_EQ(e_env_list(&copy)[1], nullptr);
 
     std::vector<std::string> many;
-    for (int i = 0; i < 40000; i++)
-        many.push_back("N" + std::to_string(i % 20000) + "=" + std::to_string(i));
+    for (int i = 0; i < 40000; i++) many.push_back("N" + std::to_string(i % 20000) + "=" + std::to_string(i));
     e_env_empty(&environment);
     for (std::string& text : many) ASSERT_TRUE(e_env_put(&environment, text.data()));
     char* const* list = e_env_list(&environment);
