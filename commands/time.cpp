@@ -6,6 +6,7 @@
 #include <csignal>
 #include <cstdio>
 #include <ctime>
+#include <initializer_list>
 
 #include "app/tools.h"
 #include "common/cli.h"
@@ -81,15 +82,18 @@ int gn_time(int argc, char** argv) {
         return exit_not_started;
     }
 
-    const e_program program{.arguments = argv};
+    // What the terminal sends to stop the command must not stop the report of it.
+    sigset_t defaults;
+    sigemptyset(&defaults);
+    for (int interrupt : {SIGINT, SIGQUIT}) {
+        if (signal(interrupt, SIG_IGN) == SIG_DFL) sigaddset(&defaults, interrupt);
+    }
+    const e_program program{.arguments = argv, .defaults = &defaults};
     e_failure failure;
     timespec begin{}, end{};
     clock_gettime(CLOCK_MONOTONIC, &begin);
     const pid_t child = e_spawn(program, &failure);
     if (child < 0) return cannot_start("time", program, failure);
-    // What the terminal sends to stop the command must not stop the report of it.
-    (void)signal(SIGINT, SIG_IGN);
-    (void)signal(SIGQUIT, SIG_IGN);
 
     e_result result;
     if (!e_wait(child, &result)) {

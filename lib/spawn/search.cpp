@@ -44,14 +44,15 @@ char* next_candidate(e_search* search) {
         } else {
             search->rest = nullptr;
         }
-        // Longer paths cannot be there, as the system takes none.
-        if (size >= PATH_MAX - 1 || name_size > PATH_MAX - 1 - size) {
+        const size_t slash = size != 0 && directory[size - 1] != '/' ? 1 : 0;
+        // The system takes no longer paths: nothing can be there.
+        if (size >= PATH_MAX || name_size > PATH_MAX - size - slash) {
             if (directory == search->name) search->error = ENAMETOOLONG;
             continue;
         }
         memcpy(path, directory, size);
-        if (size != 0 && path[size - 1] != '/') path[size++] = '/';
-        memcpy(path + size, search->name, name_size);
+        memcpy(path + size, "/", slash);
+        memcpy(path + size + slash, search->name, name_size);
         return path;
     }
     return nullptr;

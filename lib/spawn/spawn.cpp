@@ -224,7 +224,9 @@ bool e_become(const e_identity& identity) {
     const bool done = std::all_of(users, users + 3, [user = user](uid_t id) { return id == user; }) &&
                       std::all_of(gids, gids + 3, [group = group](gid_t id) { return id == group; }) &&
                       getgroups(0, nullptr) == static_cast<int>(groups.size());
-    if (done && (user == 0 || setresuid(unchanged, 0, unchanged) != 0)) return true;
+    const bool regained = user != 0 && (setresuid(unchanged, 0, unchanged) == 0 ||
+                                        (group != 0 && setresgid(unchanged, 0, unchanged) == 0));
+    if (done && !regained) return true;
     errno = EPERM;
     return false;
 }
