@@ -73,6 +73,13 @@ The shell's arguments and its status.
   2> su: unknown switch: -x
   Usage: su [OPTION]... [-] [USER [ARG]...]
 
+Where the system would leave rights behind, or withholds some that the change needs, there is no shell.
+
+  $ for limit in --securebits=+no_setuid_fixup --bounding-set=-setgid; do setpriv $limit garnel su -s /bin/id daemon; done
+  su: daemon: Operation not permitted
+  su: daemon: Operation not permitted
+  [1]
+
 Everybody else is refused, whoever they ask for, even with an executable that would lend the right.
 
   $ streams unprivileged su; streams unprivileged su -c id nobody; streams unprivileged su none
