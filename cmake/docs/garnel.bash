@@ -8,7 +8,10 @@ _garnel_table() {
     esac
 }
 
-_garnel_reply() { mapfile -t COMPREPLY < <(compgen "$@"); }
+_garnel_reply() {
+    local reply
+    reply=$(compgen "$@") && mapfile -t COMPREPLY <<<"$reply"
+}
 
 _garnel() {
     local current=${COMP_WORDS[COMP_CWORD]} before=${COMP_WORDS[COMP_CWORD - 1]} name=${1##*/} first=1 kind=none words=
