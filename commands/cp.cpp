@@ -4,6 +4,7 @@
 // this shows in the status alone; a read error ends a copy as the end of the file does, and is no failure; no
 // operands show the usage with status 0; an unknown switch is reported on standard output.
 
+#include <algorithm>
 #include <cerrno>
 #include <cstring>
 #include <span>
@@ -100,6 +101,7 @@ class Copy {
             if (!walk_.next(&entry)) {
                 (void)walk_.leave();
                 directories_.pop();
+                made_.pop_back();
                 path_.pop();
             } else if (entry.path == nullptr || !path_.push(entry.name)) {
                 ok = false;
@@ -114,6 +116,11 @@ class Copy {
     }
 
   private:
+    struct Identity {
+        dev_t dev;
+        ino_t ino;
+    };
+
     // Copies a file, or enters a directory, whose entries follow.
     bool gn_cp_copy(const WalkEntry& source, const Destination& to) {
         if ((flags_ & verbose) != 0) printf("'%s' -> '%s'\n", source.path, to.path);
@@ -138,7 +145,7 @@ class Copy {
             root_ = root_path(source.name, to.path);
             if (!root_ || !path_.push(root_.get())) return false;
             to.name = root_.get();
-        } else if (status.st_dev == root_dev_ && status.st_ino == root_ino_) {
+        } else if (is_being_made(status)) {
             return fail(source.path, "cannot copy a directory into itself");
         }
         if (!walk_.enter(source, platform::Links::follow)) return false;
@@ -146,16 +153,20 @@ class Copy {
             UniqueFd made(platform::open_passage(to.dir, to.name, platform::Links::keep));
             struct stat made_status;
             if (made.valid() && fstat(made.get(), &made_status) == 0 &&
-                directories_.push(std::move(made), to.name)) {
-                if (source.status == nullptr) {
-                    root_dev_ = made_status.st_dev;
-                    root_ino_ = made_status.st_ino;
-                }
-                return true;
+                made_.push_back({made_status.st_dev, made_status.st_ino})) {
+                if (directories_.push(std::move(made), to.name)) return true;
+                made_.pop_back();
             }
         }
         (void)walk_.leave();
         return false;
+    }
+
+    // True for a directory whose copy would grow for ever: the copies around it would be found in it.
+    [[nodiscard]] bool is_being_made(const struct stat& status) const {
+        return std::any_of(made_.begin(), made_.end(), [&](const Identity& made) {
+            return made.dev == status.st_dev && made.ino == status.st_ino;
+        });
     }
 
     // Where the copy of a directory operand goes: among several operands, the last component of the
@@ -173,9 +184,8 @@ class Copy {
     TreeWalk walk_{EntryOrder::unsorted, false, EntryDetail::type};
     DirectoryStack directories_;  // what was made for the directories that are walked
     PathStack path_;              // of the copy
-    CString root_;                // what was made for an operand, which must not be copied into itself
-    dev_t root_dev_ = 0;
-    ino_t root_ino_ = 0;
+    Vector<Identity> made_;       // the same, for links may lead to any of them
+    CString root_;                // the path of what was made for an operand
 };
 
 int copy_to_one(const char* source, const char* destination, unsigned flags) {

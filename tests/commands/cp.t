@@ -57,6 +57,11 @@ A directory that would be copied into itself ends there:
   s/sub/new
   s/sub/new/f
   s/sub/new/sub
+  $ mkdir -p k/x/y && ln -s ../../../copy/x k/x/y/link && timeout 20 garnel cp -r k copy; find copy
+  cp: k/x/y/link: cannot copy a directory into itself
+  copy
+  copy/x
+  copy/x/y
 
 Operands keep their own names; what a directory delivers stays in it whatever its name is:
 
