@@ -248,12 +248,15 @@ class Move {
 
     // True when removing the destination would remove what is to be moved there.
     static bool is_same(const WalkEntry& source, const Destination& to, const struct stat& existing) {
-        struct stat followed, link;
+        struct stat followed, link, target;
         if (fstatat(source.dir, source.name, &followed, 0) != 0 || !same_file(followed, existing) ||
-            !platform::file_status(source.dir, source.name, platform::Links::keep, &link, nullptr)) {
+            fstatat(source.dir, source.name, &link, AT_SYMLINK_NOFOLLOW) != 0 ||
+            fstatat(to.dir, to.name, &target, AT_SYMLINK_NOFOLLOW) != 0) {
             return false;
         }
-        return S_ISLNK(link.st_mode) || same_entry(source.path, to.path);
+        // Where case does not count, for example, an entry has more than one name, but still one link.
+        const bool one_link = link.st_nlink == 1 && !S_ISLNK(target.st_mode);
+        return S_ISLNK(link.st_mode) || one_link || same_entry(source.path, to.path);
     }
 
     // The type and permissions of a source; the type alone for files that a directory has delivered.

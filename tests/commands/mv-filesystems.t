@@ -80,6 +80,13 @@ What exists stands in the way of its own part only, and the source keeps what co
   a/d/into:
   new
 
+A file may have a second name without a second link, and is not removed under the one to be copied from the other:
+
+  $ unshare -m sh two 64m 'echo f >a/f; touch a/g; mount --bind a/f a/g; streams garnel mv -f a/g a/f; cat a/f'
+  2> mv: a/g: source and destination are the same file
+  2> mv: a/g: failed.
+  f
+
 What finds no room is removed from there, and the source stays whole:
 
   $ head -c 3000000 /dev/urandom >big; head -c 70000 big >small; unshare -m sh two 1m '
