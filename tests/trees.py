@@ -11,6 +11,7 @@ import ctypes
 import os
 import random
 import resource
+import shutil
 import signal
 import subprocess
 import sys
@@ -23,8 +24,8 @@ AT_FDCWD, RENAME_EXCHANGE = -100, 2
 libc = ctypes.CDLL(None, use_errno=True)
 
 
-def garnel(*words: str, **options) -> subprocess.CompletedProcess:
-    return subprocess.run([GARNEL, *words], capture_output=True, timeout=120, **options)
+def garnel(*words: str, under: tuple[str, ...] = (), **options) -> subprocess.CompletedProcess:
+    return subprocess.run([*under, GARNEL, *words], capture_output=True, timeout=120, **options)
 
 
 def check(holds: bool, what: str) -> None:
@@ -36,12 +37,12 @@ def clear() -> None:
     subprocess.run("chmod -R u+rwx a b; rm -rf a/* b/*", shell=True, check=True)
 
 
-def make_tree(top: str, files: int = 4) -> None:
-    for upper in range(12):
+def make_tree(top: str, width: int = 12) -> None:
+    for upper in range(width):
         for lower in range(4):
             here = Path(top, f"d{upper}", f"d{lower}")
             here.mkdir(parents=True)
-            for number in range(files):
+            for number in range(4):
                 (here / f"f{number}").write_text(f"{upper}.{lower}.{number}")
         (here.parent / "f").write_text(f"{upper}")
 
@@ -67,9 +68,9 @@ def swap(directory: int, name: bytes, target: bytes, plant: bool) -> None:
         libc.renameat(directory, other, directory, name)
 
 
-def swap_for_ever(top: str, target: bytes, plant: bool) -> None:
+def swap_for_ever(top: str, width: int, target: bytes, plant: bool) -> None:
     while True:
-        for upper in range(12):
+        for upper in range(width):
             swap(AT_FDCWD, f"{top}/d{upper}".encode(), target, plant)
             try:
                 inside = os.open(f"{top}/d{upper}", os.O_PATH | os.O_DIRECTORY | os.O_NOFOLLOW)
@@ -80,17 +81,23 @@ def swap_for_ever(top: str, target: bytes, plant: bool) -> None:
             os.close(inside)
 
 
-def race_round(command: list[str], swapped: str, target: str, plant: bool) -> None:
+# Holds a command up behind every directory that it makes, where others have a microsecond or two otherwise.
+SLOWLY = ("strace", "-o", "/dev/null", "-e", "trace=mkdirat", "-e", "inject=mkdirat:delay_exit=2000")
+
+
+def race_round(command: list[str], under: tuple[str, ...], swapped: str, width: int, target: str, plant: bool) -> None:
     swapper = os.fork()
     if swapper == 0:
-        swap_for_ever(swapped, target.encode(), plant)
-    done = garnel(*command)
+        swap_for_ever(swapped, width, target.encode(), plant)
+    done = garnel(*command, under=under)
     os.kill(swapper, signal.SIGKILL)
     check(os.WIFSIGNALED(os.waitpid(swapper, 0)[1]), "the swapping did not go on to the end")
     check(done.returncode in (0, 1), f"{command}: status {done.returncode}: {done.stderr.decode()[:500]}")
 
 
 def race() -> None:
+    traced = subprocess.run("strace -o /dev/null true", shell=True, capture_output=True).returncode == 0
+    check(garnel("true").returncode == 0, "the executable does not run")
     outside = os.path.abspath("a/outside/linked")
     cases = [  # cp and mv follow the links of a source by design, but none in what they make
         (["rm", "-r", "a/tree"], "a/tree"),
@@ -102,15 +109,18 @@ def race() -> None:
     for command, swapped in cases:
         # chmod follows links by design, but no further than they lead.
         watched = "a/outside/beside" if command[0] == "chmod" else "a/outside"
+        clear()
+        make_tree("a/outside/linked", 2)
+        make_tree("a/outside/beside", 2)
         end = time.monotonic() + 2
         rounds = 0
         while time.monotonic() < end:
-            clear()
-            make_tree("a/outside/linked")
-            make_tree("a/outside/beside")
-            make_tree("a/tree")
+            shutil.rmtree("a/tree", ignore_errors=True)
+            shutil.rmtree("b/tree", ignore_errors=True)
+            width, under = (12, ()) if rounds % 4 == 0 or not traced else (1, SLOWLY)
+            make_tree("a/tree", width)
             bytes_before, before = contents("a/tree"), state(watched)
-            race_round(command, swapped, outside, plant=rounds % 2 == 0)
+            race_round(command, under, swapped, width, outside, plant=rounds % 2 == 0)
             check(state(watched) == before, f"{command} changed something outside in round {rounds}")
             if command[0] == "mv":
                 check(contents("a/tree", "b") == bytes_before, f"{command} lost something in round {rounds}")
