@@ -210,16 +210,15 @@ bool change_operand(const Change& change, const char* path) {
     return ok;
 }
 
+// An id, if it fits: a shortened one could be anybody's, root's for 65536.
+std::optional<Id> fitting(unsigned long id) {
+    return id <= UINT16_MAX ? std::optional(static_cast<Id>(id)) : std::nullopt;
+}
+
 // A number that stands for an id; nothing for a text that is not all digits.
 std::optional<Id> parse_id(const char* text) {
     if (text[0] == '\0' || text[strspn(text, "0123456789")] != '\0') return std::nullopt;
-    return static_cast<Id>(strtoul(text, nullptr, 10));
-}
-
-// The id of a database entry, if there is one and its id fits.
-template <typename Number>
-std::optional<Id> fitting(Number id) {
-    return id <= UINT16_MAX ? std::optional(static_cast<Id>(id)) : std::nullopt;
+    return fitting(strtoul(text, nullptr, 10));
 }
 
 std::optional<Id> find_owner(const char* text) {

@@ -63,6 +63,10 @@ Ids that do not fit are left alone, and never given:
   2> chown: invalid owner: 'big'
   2> chown: invalid group: 'big'
   [1]
+  $ streams garnel chown 65536 f; streams garnel chown :65536 f
+  2> chown: invalid owner: '65536'
+  2> chown: invalid group: '65536'
+  [1]
 
 Reports:
 
