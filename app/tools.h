@@ -39,7 +39,7 @@
     READY("sleep", gn_sleep)         \
     READY("sort", gn_sort)           \
     READY("stat", gn_stat)           \
-    PENDING("stty", gn_stty)         \
+    READY("stty", gn_stty)           \
     READY("su", gn_su)               \
     READY("sync", gn_sync)           \
     READY("tail", gn_tail)           \

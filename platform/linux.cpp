@@ -70,6 +70,14 @@ bool terminal_size(int fd, unsigned* columns, unsigned* rows) {
     return true;
 }
 
+bool set_terminal_size(int fd, unsigned columns, unsigned rows) {
+    winsize size{};
+    if (ioctl(fd, TIOCGWINSZ, &size) != 0) return false;
+    size.ws_col = static_cast<unsigned short>(columns);
+    size.ws_row = static_cast<unsigned short>(rows);
+    return ioctl(fd, TIOCSWINSZ, &size) == 0;
+}
+
 void make_blocking(int fd) {
     const int flags = fcntl(fd, F_GETFL);
     struct stat status;

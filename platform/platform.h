@@ -21,6 +21,9 @@ namespace platform {
 // Asks the terminal on a descriptor for its window size in characters. False when it is no terminal.
 [[nodiscard]] bool terminal_size(int fd, unsigned* columns, unsigned* rows);
 
+// Tells the terminal on a descriptor its window size, each below 65536. False with errno.
+[[nodiscard]] bool set_terminal_size(int fd, unsigned columns, unsigned rows);
+
 // Sees to it that writing to a pipe or terminal waits until there is room, without changing that for other
 // processes that share it.
 void make_blocking(int fd);
