@@ -53,7 +53,7 @@
     READY("tee", gn_tee)             \
     READY("tty", gn_tty)             \
     READY("umount", gn_umount)       \
-    PENDING("watch", gn_watch)       \
+    READY("watch", gn_watch)         \
     READY("wc", gn_wc)               \
     READY("which", gn_which)         \
     READY("yes", gn_yes)             \
