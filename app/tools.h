@@ -19,7 +19,7 @@
     READY("echo", gn_echo)           \
     READY("env", gn_env)             \
     READY("false", gn_false)         \
-    PENDING("format", gn_format)     \
+    READY("format", gn_format)       \
     READY("hd", gn_hd)               \
     READY("head", gn_head)           \
     READY("hostname", gn_hostname)   \

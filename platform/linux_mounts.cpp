@@ -73,6 +73,10 @@ struct Mount {
     uint32_t device_minor;
     const char* point;
     const char* source;
+    const char* type;
+    const char* root;
+    const char* options;
+    const char* own_options;
     const Mount* parent;  // null when it lies outside the root directory of this process
     bool local;           // of a type that answers for itself
     bool covered;         // by a mount further up in its parent
@@ -112,14 +116,17 @@ bool parse_mount(char* line, Mount* mount) {
     mount->device_minor = static_cast<uint32_t>(strtoul(end + 1, &end, 10));
     if (*end != ' ') return false;
     char* rest = end + 1;
-    take_field(&rest);
+    mount->root = take_field(&rest);
     mount->point = take_field(&rest);
+    mount->options = take_field(&rest);
     const char* field = take_field(&rest);
     while (field[0] != '\0' && strcmp(field, "-") != 0) field = take_field(&rest);
     if (field[0] == '\0') return false;
-    const std::string_view type = take_field(&rest);
-    mount->local = std::find(std::begin(local_types), std::end(local_types), type) != std::end(local_types);
+    mount->type = take_field(&rest);
+    mount->local =
+        std::find(std::begin(local_types), std::end(local_types), mount->type) != std::end(local_types);
     mount->source = take_field(&rest);
+    mount->own_options = take_field(&rest);
     mount->parent = nullptr;
     mount->covered = false;
     return true;
@@ -293,6 +300,14 @@ struct Iteration {
 // The open ones, the newest first.
 Iteration* iterations = nullptr;
 uint32_t newest_handle = 0;
+
+// Null with errno.
+Iteration* find_iteration(uint32_t handle) {
+    Iteration* at = iterations;
+    while (at != nullptr && at->handle != handle) at = at->next;
+    if (at == nullptr) errno = EBADF;
+    return at;
+}
 
 // The table to look in: that of an open iteration, so that who visits all mounts does not read the table
 // again for each of them; otherwise one of its own.
@@ -591,6 +606,64 @@ bool describe(const Answer& answer, CurrentTable* table, FileSystem* record, cha
     return true;
 }
 
+// File systems on disks have the number of their device, and others have the major number 0, except for those that
+// may spread over several devices.
+uint64_t device_of(const Mount& mount) {
+    if (mount.device_major != 0) return makedev(mount.device_major, mount.device_minor);
+    struct stat source;
+    const bool known = mount.source[0] == '/' && stat(mount.source, &source) == 0 && S_ISBLK(source.st_mode);
+    return known ? source.st_rdev : 0;
+}
+
+// ---- attaching
+
+struct MountOption {
+    std::string_view name;
+    unsigned long flag;
+};
+
+// What mount(2) takes as a flag; everything else is for the file system. Among its own options, the kernel also
+// shows one that it does not take back.
+constexpr MountOption mount_options[] = {
+    {"rw", 0},
+    {"seclabel", 0},
+    {"ro", MS_RDONLY},
+    {"nosuid", MS_NOSUID},
+    {"nodev", MS_NODEV},
+    {"noexec", MS_NOEXEC},
+    {"noatime", MS_NOATIME},
+    {"nodiratime", MS_NODIRATIME},
+    {"relatime", MS_RELATIME},
+    {"nosymfollow", 256},
+    {"sync", MS_SYNCHRONOUS},
+    {"dirsync", MS_DIRSYNC},
+    {"mand", MS_MANDLOCK},
+    {"lazytime", 1 << 25},
+};
+
+// Adds the flags among options to *flags, and the rest to the text in data, unless that is null. False when there is
+// no room for it.
+bool sort_options(const char* options, unsigned long* flags, char* data, size_t size) {
+    while (*options != '\0') {
+        const std::string_view option(options, strcspn(options, ","));
+        options += option.size();
+        options += *options == ',' ? 1 : 0;
+        const auto* known = std::find_if(std::begin(mount_options), std::end(mount_options),
+                                         [option](const MountOption& other) { return other.name == option; });
+        if (known != std::end(mount_options)) {
+            *flags |= known->flag;
+        } else if (data != nullptr) {
+            const size_t used = strlen(data);
+            if (size - used < option.size() + 2) return false;
+            char* end = data + used;
+            if (used > 0) *end++ = ',';
+            memcpy(end, option.data(), option.size());
+            end[option.size()] = '\0';
+        }
+    }
+    return true;
+}
+
 }  // namespace
 
 uint32_t e_openmnt() {
@@ -612,12 +685,8 @@ uint32_t e_openmnt() {
 }
 
 char* e_readmnt(uint32_t handle, char* buffer, size_t size) {
-    Iteration* at = iterations;
-    while (at != nullptr && at->handle != handle) at = at->next;
-    if (at == nullptr) {
-        errno = EBADF;
-        return nullptr;
-    }
+    Iteration* at = find_iteration(handle);
+    if (at == nullptr) return nullptr;
     const std::span<const Mount> mounts = at->table.mounts();
     while (at->position < mounts.size() && is_hidden(&mounts[at->position])) at->position++;
     if (at->position == mounts.size()) {
@@ -673,6 +742,71 @@ char* holding_mount(const char* path, FileSystem* record, char* name, size_t siz
 
 int umount(const char* mount_path, bool force) {
     return umount2(mount_path, UMOUNT_NOFOLLOW | (force ? MNT_FORCE : 0));
+}
+
+bool next_mount(uint32_t handle, MountRecord* record) {
+    Iteration* at = find_iteration(handle);
+    if (at == nullptr || at->position == at->table.mounts().size()) return false;
+    const Mount& mount = at->table.mounts()[at->position++];
+    *record = {.id = mount.id,
+               .parent_id = mount.parent_id,
+               .device = device_of(mount),
+               .hidden = is_hidden(&mount),
+               .point = mount.point,
+               .source = mount.source,
+               .type = mount.type,
+               .root = mount.root,
+               .options = mount.options,
+               .own_options = mount.own_options};
+    return true;
+}
+
+bool leads_to_mount(const char* path, uint64_t id) {
+    const Answer answer = ask(path, Numbers::unwanted);
+    return answer.error == 0 && answer.mount_id == id;
+}
+
+bool may_mount() {
+    // capget(2), which the C libraries do not declare.
+    struct {
+        uint32_t version = 0x20080522;
+        int32_t pid = 0;
+    } header;
+    struct {
+        uint32_t effective, permitted, inheritable;
+    } sets[2] = {};
+    constexpr unsigned sys_admin = 21;
+    if (syscall(SYS_capget, &header, sets) != 0) return false;
+    if ((sets[0].effective >> sys_admin & 1) != 0) return true;
+    errno = EPERM;
+    return false;
+}
+
+bool mount_again(const MountRecord& record, const char* device, const char* type) {
+    unsigned long flags = 0;
+    char data[4096] = "";  // as much as the kernel takes
+    const bool same_type = strcmp(type, record.type) == 0;
+    if (!sort_options(record.options, &flags, nullptr, 0) ||
+        !sort_options(record.own_options, &flags, same_type ? data : nullptr, sizeof data)) {
+        errno = E2BIG;
+        return false;
+    }
+    if ((flags & (MS_NOATIME | MS_RELATIME)) == 0) flags |= MS_STRICTATIME;
+    return mount(device, record.point, type, flags, data) == 0;
+}
+
+bool sectors_written(uint64_t device, uint64_t* count) {
+    char path[64];
+    snprintf(path, sizeof path, "/sys/dev/block/%u:%u", major(device), minor(device));
+    const Fd dir(open_passage(AT_FDCWD, path));
+    char text[512];
+    if (!dir.valid() || !read_attribute(dir.get(), "stat", text, sizeof text)) return false;
+    // Partitions have the queue of their disk. It may be told not to count.
+    if (read_number(dir.get(), "queue/iostats") + read_number(dir.get(), "../queue/iostats") == 0)
+        return false;
+    char* at = text;
+    for (int field = 0; field < 7; field++) *count = strtoull(at, &at, 10);
+    return true;
 }
 
 }  // namespace platform

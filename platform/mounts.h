@@ -33,6 +33,20 @@ struct FileSystem {
 
 void e_closemnt(uint32_t handle);
 
+// A mount with what it takes to make it again.
+struct MountRecord {
+    uint64_t id;  // its own number, and that of the mount on which it stands
+    uint64_t parent_id;
+    uint64_t device;  // the number of the block device that holds the file system; 0 if there is none
+    bool hidden;      // under a mount further up
+    const char* point;
+    const char* source;
+    const char* type;
+    const char* root;         // the directory of the file system that it shows: "/" for all of it
+    const char* options;      // those of the mount, separated by commas,
+    const char* own_options;  // and those of the file system
+};
+
 // Describes the file system that holds a path, and puts the path of its mount point into name, which is
 // returned. Null with errno; ETIMEDOUT when a server or another process that must answer for it does not.
 [[nodiscard]] char* statfsmnt(const char* path, FileSystem* record, char* name, size_t size);
@@ -49,5 +63,21 @@ namespace platform {
 // Detaches what is mounted on top at a mount point, which must be no symbolic link. With force, requests that
 // a server does not answer are given up; what is in use stays attached all the same. 0, or -1 with errno.
 [[nodiscard]] int umount(const char* mount_path, bool force);
+
+// The next mount of an iteration, hidden or not, at any place; its texts are valid until e_closemnt. False at the end.
+[[nodiscard]] bool next_mount(uint32_t handle, MountRecord* record);
+
+// Whether a path leads to the mount of a number, and to no other that lies upon it.
+[[nodiscard]] bool leads_to_mount(const char* path, uint64_t id);
+
+// Whether this process may attach and detach file systems. False with errno.
+[[nodiscard]] bool may_mount();
+
+// Attaches a file system of a type at the place of a mount that was detached, with its options; with those alone
+// that every file system knows, when it was of another type. False with errno.
+[[nodiscard]] bool mount_again(const MountRecord& record, const char* device, const char* type);
+
+// How many sectors were written to a block device since it came into being. False when nobody counts them.
+[[nodiscard]] bool sectors_written(uint64_t device, uint64_t* count);
 
 }  // namespace platform
