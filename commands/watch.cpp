@@ -178,8 +178,8 @@ class Watch {
     uint64_t hash_ = 0;
 };
 
-// Other terminal's programs come to no harm from what is set here when they follow; wrapping is off as the last
-// column must not start a new line.
+// On the other screen, so that this one comes back as it was. Wrapping is off: a character that is wider than it is
+// taken for must not start a new line.
 void Watch::enter() {
     output::write("\033[?1049h\033[?25l\033[?7l\033[2J");
     output::flush();

@@ -152,6 +152,8 @@ unsigned Screen::used(unsigned number) const {
 }
 
 void Screen::draw(const Screen* before) const {
+    // A window may change without a signal to who is in the background.
+    if (before != nullptr && (before->columns_ != columns_ || before->rows_ != rows_)) before = nullptr;
     for (unsigned r = 0; r < rows_; r++) {
         bool reversed = false;
         const unsigned columns = before != nullptr ? std::max(used(r), before->used(r)) : used(r);

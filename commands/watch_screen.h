@@ -22,7 +22,7 @@ class Screen {
     void end();
 
     // Prints the rows on standard output: onto a terminal from the cursor on, with the rest of each line cleared;
-    // what differs from before, a screen of the same size, is reversed (unless before is null).
+    // what differs from before is reversed (nothing when before is null or of another size).
     void draw(const Screen* before) const;
 
     // Prints the lines as mere text, down to the last that is not empty.
