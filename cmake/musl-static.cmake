@@ -33,8 +33,8 @@ garnel_include_folders(cxx_folders g++ -x c++)
 garnel_include_folders(musl_folders ${GARNEL_MUSL_GCC} -x c)
 list(FILTER cxx_folders INCLUDE REGEX "/c\\+\\+/")
 
-# Addresses are fixed: the code is smaller and starts faster than one that can be moved.
-set(flags "-fno-pie -nostdinc \"-D__GLIBC_PREREQ(a,b)=0\"")
+# Addresses are fixed and nothing is aligned beyond need: smaller, and faster to start than what can be moved.
+set(flags "-fno-pie -malign-data=abi -nostdinc \"-D__GLIBC_PREREQ(a,b)=0\"")
 foreach(folder IN LISTS cxx_folders musl_folders)
   string(APPEND flags " -isystem ${folder}")
 endforeach()

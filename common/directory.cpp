@@ -207,38 +207,41 @@ bool DirectoryListing::read(int dir, EntryOrder order, bool reverse, bool dots, 
     return true;
 }
 
+// Keys decide almost always. Of equal ones, the numbers themselves do where the key could not hold them, or, in
+// an order without numbers, the names behind the prefix that all have in common.
+struct DirectoryListing::Precedes {
+    int (*compare_numbers)(const EntryStatus&, const EntryStatus&);
+    size_t common_prefix;
+
+    bool operator()(const Place& a, const Place& b) const {
+        if (a.key != b.key) return a.key < b.key;
+        if (compare_numbers == nullptr)
+            return strcmp(a.entry->name + common_prefix, b.entry->name + common_prefix) < 0;
+        return (a.key == 0 || a.key == UINT64_MAX) && compare_numbers(*a.entry, *b.entry) < 0;
+    }
+};
+
 // common_prefix bytes of all names are equal: looking behind them makes the keys of numbered files differ.
 void DirectoryListing::sort(EntryOrder order, size_t common_prefix) {
     auto behind_prefix = [=](const Place& place) { return place.entry->name + common_prefix; };
-    auto sort_by_name = [=](Place* first, Place* last) {
-        for (Place* place = first; place != last; place++) place->key = name_key(behind_prefix(*place));
-        std::sort(first, last, [=](const Place& a, const Place& b) {
-            return a.key != b.key ? a.key < b.key : strcmp(behind_prefix(a), behind_prefix(b)) < 0;
-        });
-    };
-    // Names come in among equal numbers only, of which a directory may be full.
-    auto sort_by_number = [=, this](auto key_of, auto compare_number) {
-        for (Place& place : places_) place.key = key_of(*place.entry);
-        auto precedes = [=](const Place& a, const Place& b) {
-            if (a.key != b.key) return a.key < b.key;
-            return (a.key == 0 || a.key == UINT64_MAX) && compare_number(*a.entry, *b.entry) < 0;
-        };
-        std::sort(places_.begin(), places_.end(), precedes);
-        for (Place *first = places_.begin(), *last; first != places_.end(); first = last) {
-            last = first + 1;
-            while (last != places_.end() && !precedes(*first, *last)) last++;
-            if (last - first > 1) sort_by_name(first, last);
+    auto sort_places = [](Place* first, Place* last, Precedes precedes) { std::sort(first, last, precedes); };
+    Precedes by_number{nullptr, 0};
+    if (order == EntryOrder::date) by_number.compare_numbers = compare_dates;
+    if (order == EntryOrder::size) by_number.compare_numbers = compare_sizes;
+    if (by_number.compare_numbers != nullptr) {
+        for (Place& place : places_) {
+            place.key =
+                order == EntryOrder::date ? date_key(place.entry->mtime) : signed_key(place.entry->size);
         }
-    };
-    switch (order) {
-    case EntryOrder::unsorted: return;
-    case EntryOrder::name: sort_by_name(places_.begin(), places_.end()); break;
-    case EntryOrder::date:
-        sort_by_number([](const EntryStatus& entry) { return date_key(entry.mtime); }, compare_dates);
-        break;
-    case EntryOrder::size:
-        sort_by_number([](const EntryStatus& entry) { return signed_key(entry.size); }, compare_sizes);
-        break;
+        sort_places(places_.begin(), places_.end(), by_number);
+    }
+    // Names come in among equal numbers only, of which a directory may be full.
+    for (Place *first = places_.begin(), *last; first != places_.end(); first = last) {
+        last = by_number.compare_numbers == nullptr ? places_.end() : first + 1;
+        while (last != places_.end() && !by_number(*first, *last)) last++;
+        if (last - first == 1) continue;
+        for (Place* place = first; place != last; place++) place->key = name_key(behind_prefix(*place));
+        sort_places(first, last, {nullptr, common_prefix});
     }
     // A directory that changes while it is read may deliver an entry twice; an order holds it once.
     auto* end = std::unique(places_.begin(), places_.end(), [=](const Place& a, const Place& b) {

@@ -103,6 +103,7 @@ class DirectoryListing {
     [[nodiscard]] void* allocate(size_t size);
     [[nodiscard]] const DirectoryEntry* append(const struct stat& status, const timespec& birth,
                                                const char* name);
+    struct Precedes;
     void sort(EntryOrder order, size_t common_prefix);
 
     Vector<Place> places_;

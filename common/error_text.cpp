@@ -2,6 +2,7 @@
 
 #include <cerrno>
 #include <cstdio>
+#include <cstring>
 
 const char* gn_strerror(int error) {
     switch (error) {
@@ -142,6 +143,14 @@ const char* gn_strerror(int error) {
     snprintf(unknown, sizeof unknown, "Unknown error %d", error);
     return unknown;
 }
+
+#ifndef __GLIBC__
+// A static C library brings its own table along, for a conversion of printf that nobody uses here: this one stands
+// in for it, so that there is one.
+extern "C" char* strerror(int error) {
+    return const_cast<char*>(gn_strerror(error));
+}
+#endif
 
 const char* gn_strerror_ENOTFILE() {
     return "Not a file";

@@ -178,10 +178,10 @@ class MountTable {
 
     // Null if there is none.
     [[nodiscard]] const Mount* find(uint64_t id) const {
-        const auto below = [this](size_t index, uint64_t wanted) { return mounts_[index].id < wanted; };
-        const std::span<const size_t> order(order_.data(), count_);
+        const auto below = [](const Mount* mount, uint64_t wanted) { return mount->id < wanted; };
+        const std::span<const Mount* const> order(order_.data(), count_);
         const auto found = std::lower_bound(order.begin(), order.end(), id, below);
-        return found != order.end() && mounts_[*found].id == id ? &mounts_[*found] : nullptr;
+        return found != order.end() && (*found)->id == id ? *found : nullptr;
     }
 
     // What is mounted on top at a path.
@@ -201,7 +201,7 @@ class MountTable {
 
     Array<char> text_;
     Array<Mount> mounts_;
-    Array<size_t> order_;  // indices, by number
+    Array<const Mount*> order_;  // by number
     size_t count_ = 0;
 };
 
@@ -234,10 +234,11 @@ bool MountTable::parse() {
 
 bool MountTable::connect() {
     if (!order_.grow(count_ + 1)) return false;
-    for (size_t i = 0; i < count_; i++) order_[i] = i;
-    const Mount* mounts = mounts_.data();
-    std::sort(order_.data(), order_.data() + count_,
-              [mounts](size_t a, size_t b) { return mounts[a].id < mounts[b].id; });
+    for (size_t i = 0; i < count_; i++) order_[i] = &mounts_[i];
+    qsort(order_.data(), count_, sizeof(const Mount*), [](const void* a, const void* b) {
+        const auto number = [](const void* at) { return (*static_cast<const Mount* const*>(at))->id; };
+        return (number(a) > number(b)) - (number(a) < number(b));
+    });
     for (Mount& mount : all()) {
         // The first mount of all is its own parent.
         if (mount.parent_id != mount.id) mount.parent = find(mount.parent_id);
@@ -265,7 +266,10 @@ bool MountTable::look_for_covered() {
     if (!memory.grow(count_ + 1)) return false;
     const std::span<Place> places(memory.data(), count_);
     for (size_t i = 0; i < count_; i++) places[i] = {mounts_[i].parent_id, mounts_[i].point};
-    std::sort(places.begin(), places.end());
+    qsort(places.data(), count_, sizeof(Place), [](const void* a, const void* b) {
+        const auto place = [](const void* at) { return *static_cast<const Place*>(at); };
+        return (place(b) < place(a)) - (place(a) < place(b));
+    });
     for (Mount& mount : all()) {
         const std::string_view point = mount.point;
         for (size_t end = 1; end < point.size() && !mount.covered; end++) {
