@@ -1,0 +1,262 @@
+"""sweep.py SHIM GARNEL short|full [WORD]: makes every call of every command fail once, and looks at what is left.
+
+Each scenario (scenarios.py) first runs undisturbed. Then, for every routine that it called and every way in which
+that routine can fail, the first call fails, in the next run the second, and so on until no call is left to fail:
+once by itself, and once with all calls of the routine that follow it. After every run:
+
+- it ended by itself, in time, with a status of the scenario's, and said only what garnel says;
+- no descriptor but the three and no file that was not there after the undisturbed run is left;
+- when output or files differ from the undisturbed run, the status or a message tells so, unless the scenario
+  lists the routine as one whose failure has no other sign, with the reason;
+- what the scenario's command promises to keep is kept.
+
+"short" takes every call of the first dozen and then strides; "full" takes them all. Only scenarios whose command
+holds WORD run, if it is given. Ends with status 80 where the kernel cannot catch system calls.
+"""
+
+import sys
+
+sys.dont_write_bytecode = True
+
+import errno
+import multiprocessing
+import os
+import re
+import shutil
+import subprocess
+import tempfile
+from collections import Counter
+from dataclasses import dataclass
+from pathlib import Path
+
+from scenarios import SCENARIOS, Run, Scenario
+
+SHIM, GARNEL, FORM = os.path.abspath(sys.argv[1]), os.path.abspath(sys.argv[2]), sys.argv[3]
+WORD = sys.argv[4] if len(sys.argv) > 4 else ""
+TOOLS = Path(__file__).resolve().parents[2] / "app/tools.h"
+
+PROCESSES = 2
+SECONDS = 10  # that a run may take
+EVERY_CALL = 12  # in the short form; behind them about as many again
+FIXED_TIME = 946684800  # of the files that a scenario begins with
+
+# How a routine can fail: error names, or "short". What ends with "+" stays so for all calls that follow.
+WAYS = {
+    "memory": ["ENOMEM", "ENOMEM+"],
+    "fork": ["EAGAIN"],
+    "open": ["EMFILE", "EACCES", "EMFILE+"],
+    "read": ["EIO", "EINTR", "short", "EIO+", "short+"],
+    "write": ["ENOSPC", "EIO", "EINTR", "short", "ENOSPC+", "short+"],
+    "close": ["EIO", "EIO+"],
+    "stat": ["EACCES", "ENOENT", "EIO+"],
+    "list": ["EIO", "EIO+"],
+    "rename": ["EACCES", "EXDEV"],
+    "unlink": ["EPERM", "EPERM+"],
+    "mkdir": ["ENOSPC", "EEXIST"],
+    "copy": ["EIO", "ENOSPC", "EXDEV", "EINVAL", "short", "ENOSPC+"],
+    "splice": ["EINVAL", "EIO", "short", "short+"],
+    "truncate": ["EFBIG", "EINVAL", "EIO"],
+    "map": ["ENOMEM", "ENOMEM+"],
+    "seek": ["ESPIPE"],
+    "advise": ["EINVAL"],
+    "control": ["EINVAL"],
+    "device": ["ENOTTY"],
+    "pipe": ["EMFILE"],
+    "duplicate": ["EMFILE"],
+    "wait": ["EINTR", "ECHILD"],
+    "exec": ["ENOENT", "EACCES"],
+    "poll": ["EINTR", "EINVAL"],
+    "nap": ["EINTR"],
+    "limit": ["EPERM"],
+    "directory": ["ENOENT", "ERANGE"],
+    "random": ["ENOSYS"],
+    "system": ["EFAULT"],
+    "handler": ["EINVAL"],
+    "socket": ["EMFILE"],
+}
+OTHERS = ["EPERM"]
+
+# A call that is interrupted is made again, and one that comes short goes on: nothing is to be seen of it.
+HARMLESS = {("read", "EINTR"), ("read", "short"), ("write", "EINTR"), ("write", "short"), ("copy", "short"),
+            ("splice", "short"), ("wait", "EINTR"), ("nap", "EINTR")}  # fmt: skip
+
+
+@dataclass(frozen=True)
+class Sweep:
+    number: int  # of the scenario: only its number can be sent to another process
+    routine: str
+    way: str
+
+    @property
+    def scenario(self) -> Scenario:
+        return SCENARIOS[self.number]
+
+
+def tree(top: str) -> dict[str, tuple]:
+    """Everything below a place by its name. Times count where they are older than the run."""
+    found = {}
+    for path in sorted(Path(top).rglob("*")):
+        status = path.lstat()
+        if path.is_symlink():
+            data = os.readlink(path)
+        else:
+            data = path.read_bytes() if path.is_file() else None
+        old = status.st_mtime if path.is_file() and status.st_mtime <= FIXED_TIME else "new"
+        found[str(path.relative_to(top))] = (status.st_mode, status.st_uid, status.st_gid, old, data)
+    return found
+
+
+def lay_out(scenario: Scenario, here: str) -> None:
+    for name, content in scenario.files.items():
+        path = Path(here, name)
+        path.parent.mkdir(parents=True, exist_ok=True)
+        if content is None:
+            path.mkdir()
+        elif isinstance(content, str):
+            path.symlink_to(content)
+        else:
+            path.write_bytes(content)
+            os.utime(path, (FIXED_TIME, FIXED_TIME))
+
+
+def vary(scenario: Scenario, text: bytes) -> bytes:
+    return re.sub(scenario.vary, b"*", text) if scenario.vary else text
+
+
+def play(scenario: Scenario, plan: str) -> Run:
+    """One run in a fresh directory."""
+    with tempfile.TemporaryDirectory(prefix="faults.") as scratch:
+        here, report = os.path.join(scratch, "here"), os.path.join(scratch, "report")
+        os.mkdir(here)
+        lay_out(scenario, here)
+        environment = {
+            "PATH": "/usr/bin:/bin",
+            "LC_ALL": "C",
+            "TZ": "UTC",
+            "TMP": here,
+            "TEMP": here,
+            "LD_PRELOAD": SHIM,
+            "GARNEL_FAULTS": " ".join([*scenario.given, plan]),
+            "GARNEL_FAULTS_REPORT": report,
+        }
+        before = tree(here)
+        process = subprocess.Popen(
+            [GARNEL, scenario.command, *scenario.words],
+            cwd=here, env=environment, stdin=subprocess.PIPE, stdout=subprocess.PIPE, stderr=subprocess.PIPE,
+        )  # fmt: skip
+        try:
+            out, err = process.communicate(scenario.stdin, SECONDS)
+            hangs = False
+        except subprocess.TimeoutExpired:
+            process.kill()
+            out, err = process.communicate()
+            hangs = True
+        lines = Path(report).read_text(errors="replace").splitlines() if os.path.exists(report) else []
+        files = {vary(scenario, name.encode()).decode(): what for name, what in tree(here).items()}
+        return Run(
+            status=process.returncode,
+            hangs=hangs,
+            out=vary(scenario, out),
+            err=err,
+            before=before,
+            files=files,
+            calls={line.split()[1]: int(line.split()[2]) for line in lines if line.startswith("calls ")},
+            met=any(line == f"met {plan}" for line in lines) if plan else False,
+            left_open=[line for line in lines if line.startswith("open ")],
+        )
+
+
+def wrongs(sweep: Sweep, calm: Run, run: Run) -> list[str]:
+    """What is wrong with a run that a fault has met."""
+    scenario = sweep.scenario
+    found = []
+    if run.hangs:
+        return [f"still runs after {SECONDS} seconds"]
+    if run.status < 0:
+        return [f"ended by signal {-run.status}"]
+    if run.status not in scenario.statuses | {calm.status}:
+        found.append(f"status {run.status}")
+    for line in run.err.splitlines():
+        if not any(re.match(form, line) for form in (f"{re.escape(scenario.command)}: .".encode(), *scenario.says)):
+            found.append(f"says {line!r}")
+    found += run.left_open
+    known = calm.files.keys() | run.before.keys()
+    found += [f"leaves {name}" for name in run.files if name not in known and not re.fullmatch(scenario.may_leave, name)]
+    different = run.out != calm.out or run.files != calm.files
+    signs = run.status != calm.status or run.err != calm.err
+    if different and not signs and sweep.routine not in scenario.silent:
+        found.append("output or files differ, and nothing tells")
+    if (sweep.routine, sweep.way.rstrip("+")) in HARMLESS and sweep.routine not in scenario.stops_at and (different or signs):
+        found.append("an interruption or a short count changes the result")
+    found += scenario.keeps(run, sweep.routine, sweep.way)
+    return found
+
+
+def perform(sweep: Sweep) -> tuple[str, int, list[str]]:
+    calm = play(sweep.scenario, "")
+    calls = calm.calls.get(sweep.routine, 0)
+    way = sweep.way.rstrip("+")
+    sign = "+" if sweep.way.endswith("+") else ""
+    result = "short" if way == "short" else str(getattr(errno, way))
+    injected, violations = 0, []
+    number = 1
+    while True:
+        plan = f"{sweep.routine}:{number}{sign}:{result}"
+        run = play(sweep.scenario, plan)
+        if not run.met and not run.hangs and run.status >= 0:
+            break
+        injected += 1
+        for wrong in wrongs(sweep, calm, run):
+            words = " ".join(sweep.scenario.words)
+            violations.append(f"{sweep.scenario.command} {words}: {sweep.routine} call {number}{sign} {way}: {wrong}")
+        # All calls at once are the same from wherever the shortness begins.
+        if sweep.way == "short+":
+            break
+        number += 1 if FORM == "full" or number < EVERY_CALL else max(1, calls // EVERY_CALL)
+    return sweep.scenario.command, injected, violations
+
+
+def sweeps_of(number: int) -> list[Sweep] | str:
+    """What to do with a scenario, or why nothing can be done."""
+    scenario = SCENARIOS[number]
+    calm = play(scenario, "")
+    if not calm.calls:
+        return f"{scenario.command}: {calm.err.decode(errors='replace').strip() or 'no report'}"
+    if calm.hangs or calm.status != scenario.status or calm.left_open:
+        return f"{scenario.command} {' '.join(scenario.words)}: undisturbed, but {calm.status}, {calm.err!r}, {calm.left_open}"
+    return [Sweep(number, routine, way) for routine in calm.calls for way in WAYS.get(routine, OTHERS)]
+
+
+def main() -> int:
+    ready = re.findall(r'^ *READY\("([^"]*)"', TOOLS.read_text(), re.MULTILINE)
+    scenarios = [n for n, s in enumerate(SCENARIOS) if s.command in ready and WORD in s.command]
+    trouble = [f"{name}: no scenario" for name in ready if name not in {s.command for s in SCENARIOS}]
+
+    with multiprocessing.Pool(PROCESSES) as pool:
+        work = []
+        for found in pool.map(sweeps_of, scenarios):
+            if isinstance(found, str):
+                trouble.append(found)
+            else:
+                work += found
+        injected: Counter[str] = Counter()
+        violations: Counter[str] = Counter()
+        for command, count, wrong in pool.imap_unordered(perform, work):
+            injected[command] += count
+            violations[command] += len(wrong)
+            for line in wrong:
+                print(line)
+    for line in trouble:
+        print(line)
+    if trouble and all("no system call user dispatch" in line for line in trouble):
+        return 80
+    for name in ready:
+        if injected[name] > 0:
+            print(f"{name}: faults injected: {injected[name]}, violations: {violations[name]}")
+    total = violations.total() + len(trouble)
+    print(f"faults injected: {injected.total()}, violations: {total}")
+    return 0 if total == 0 else 1
+
+
+if __name__ == "__main__":
+    sys.exit(main())
