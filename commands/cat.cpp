@@ -63,7 +63,7 @@ void print_numbered(Copy& copy, const char* data, size_t size) {
 ssize_t _gn_cat_doit(Copy& copy, int fd) {
     if (!copy.number_lines) platform::copy_in_system(fd, STDOUT_FILENO);
     ssize_t count = 0;
-    while ((count = read(fd, copy.buffer, copy.size)) > 0) {
+    while ((count = read_some(fd, copy.buffer, copy.size)) > 0) {
         auto size = static_cast<size_t>(count);
         if (copy.number_lines) {
             print_numbered(copy, copy.buffer, size);
