@@ -201,14 +201,15 @@ bool is_concatenation(const Context& context) {
 
 // Returns an error number, 0 for none.
 int concatenate(const TemporaryRuns& runs, int out) {
-    (void)lseek(runs.file.get(), 0, SEEK_SET);
+    if (lseek(runs.file.get(), 0, SEEK_SET) < 0) return errno;
     platform::copy_in_system(runs.file.get(), out);
     Buffer<char> buffer;
     constexpr size_t size = size_t{1} << 17;
     if (!buffer.reserve(size)) return ENOMEM;
     for (;;) {
-        const size_t count = gn_full_read(runs.file.get(), buffer.data(), size, nullptr);
-        if (count == 0) return 0;
+        bool end = false;
+        const size_t count = gn_full_read(runs.file.get(), buffer.data(), size, &end);
+        if (count == 0) return end ? 0 : errno;
         errno = 0;
         if (gn_full_write(out, buffer.data(), count) != count) return errno != 0 ? errno : EIO;
     }

@@ -64,8 +64,9 @@ bool describe_run(Context& context) {
 bool end_run(Context& context, int error) {
     TemporaryRuns& runs = context.runs;
     Run& run = *runs.list.back();
-    if (error == 0) {
-        run.size = static_cast<uint64_t>(lseek(runs.file.get(), 0, SEEK_CUR)) - run.offset;
+    const off_t end = lseek(runs.file.get(), 0, SEEK_CUR);
+    if (error == 0 && end >= 0) {
+        run.size = static_cast<uint64_t>(end) - run.offset;
         runs.file_size += run.size;
         return true;
     }
