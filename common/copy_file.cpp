@@ -37,8 +37,9 @@ CopyResult copy_through_memory(int in, int out, int64_t limit) {
 }
 
 CopyResult seek_both(int in, int out, int64_t offset) {
-    if (lseek(in, offset, SEEK_SET) < 0) return CopyResult::read_failed;
-    return lseek(out, offset, SEEK_SET) < 0 ? CopyResult::write_failed : CopyResult::complete;
+    // A place that is lost is no end of the input: what was copied so far must not pass for the whole.
+    const bool found = lseek(in, offset, SEEK_SET) >= 0 && lseek(out, offset, SEEK_SET) >= 0;
+    return found ? CopyResult::complete : CopyResult::write_failed;
 }
 
 // One run of data of a regular file, inside the system as far as that goes.
