@@ -1,7 +1,11 @@
 """What sweep.py plays: one to three scenarios for every command."""
 
+import os
 from collections.abc import Callable
 from dataclasses import dataclass, field
+from pathlib import Path
+
+FIXED_TIME = 946684800  # of the files that a scenario begins with
 
 
 @dataclass(frozen=True)
@@ -42,6 +46,18 @@ class Scenario:
     silent: dict[str, str] = field(default_factory=dict)
     vary: bytes = b""  # in the output and in file names: what is different every time
     keeps: Keeps = nothing_to_keep
+
+    def lay_out(self, here: str) -> None:
+        for name, content in self.files.items():
+            path = Path(here, name)
+            path.parent.mkdir(parents=True, exist_ok=True)
+            if content is None:
+                path.mkdir()
+            elif isinstance(content, str):
+                path.symlink_to(content)
+            else:
+                path.write_bytes(content)
+                os.utime(path, (FIXED_TIME, FIXED_TIME))
 
 
 LINES = b"".join(b"line %d\n" % (number * 7919 % 1000) for number in range(300))
@@ -135,7 +151,8 @@ SCENARIOS = [
     Scenario("cat", ("a", "b"), {"a": LINES, "b": BIG}, silent=CAT),
     Scenario("cat", ("-n", "a", "-"), {"a": LINES}, stdin=LINES, silent=CAT),
     Scenario("chmod", ("-R", "-v", "u=rw", "a", "t"), {"a": LINES, **TREE}, silent=DIRECTORIES),
-    Scenario("chown", ("-R", "-v", "root:root", "a", "t"), {"a": LINES, **TREE}, says=CHOWN, silent=DIRECTORIES | NAMES),
+    Scenario("chown", ("-R", "-v", "root:root", "a", "t"), {"a": LINES, **TREE}, says=CHOWN,
+             silent=DIRECTORIES | NAMES),
     Scenario("chgrp", ("-v", "root", "a"), {"a": LINES}, says=CHOWN, silent=NAMES),
     Scenario("cmp", ("a", "b"), {"a": BIG, "b": BIG}, statuses=OWN, silent=CMP),
     Scenario("cmp", ("-l", "a", "b"), {"a": LINES, "b": LINES[:100] + b"x" + LINES[101:] + b"y"}, status=1,
@@ -145,16 +162,17 @@ SCENARIOS = [
              keeps=copies({"a": "d/a", "b": "d/b"})),
     Scenario("cp", ("-r", "-v", "t", "new"), TREE, silent=CP | DIRECTORIES, statuses=OWN,
              keeps=copies({"t/a": "new/a", "t/u/b": "new/u/b", "t/u/v/c": "new/u/v/c"})),
-    Scenario("dd", ("if=a", "of=b", "bs=512", "status=dnd"), {"a": LINES}, says=(rb"[-.]*$",), keeps=sources_stay("a")),
+    Scenario("dd", ("if=a", "of=b", "bs=512", "status=dnd"), {"a": LINES}, says=(rb"[-.]*$",),
+             keeps=sources_stay("a")),
     Scenario("dd", ("if=a", "of=b", "ibs=512", "obs=300", "skip=1", "seek=2"), {"a": BIG[:4000]},
              silent={"seek": "a place that cannot be reached is not sought"}, keeps=sources_stay("a")),
     Scenario("cpio2", ("list", "i"), {"i": image(("a", LINES), ("b", b"b"))}, statuses=OWN),
     Scenario("cpio2", ("cat", "i", "a"), {"i": image(("a", LINES), ("b", b"b"))}, statuses=OWN),
     Scenario("cpio2", ("export", "i", "a", "out"), {"i": image(("a", LINES))}, statuses=OWN),
     Scenario("df", (".",), vary=rb" *[0-9.]+[kMGT%]?",
-             silent=dict.fromkeys(("open", "read"), "a device about which nothing can be read goes by its mount's name")),
+             silent=dict.fromkeys(("open", "read"), "a device of which nothing can be read goes by another name")),
     Scenario("df", vary=rb" *[0-9.]+[kMGT%]?",
-             silent=dict.fromkeys(("open", "memory", "map", "read"), "a table of mounts that cannot be read on ends there")),
+             silent=dict.fromkeys(("open", "memory", "map", "read"), "mounts that cannot be read are left out")),
     Scenario("echo", ("-e", r"a\x41\n", "b"), silent=UNCHECKED),
     Scenario("false", (), status=1),
     Scenario("hd", ("a",), {"a": LINES}, statuses=frozenset({1, 2, 3}),
@@ -194,7 +212,8 @@ SCENARIOS = [
     Scenario("sleep", ("-v", "-s", "0")),
     Scenario("sort", ("a", "b"), {"a": LINES, "b": LINES}, statuses=OWN, silent=SORT,
              keeps=sources_stay("a", "b")),
-    Scenario("sort", ("-S", "3000", "-o", "out", "a"), {"a": LINES}, statuses=OWN, silent=SORT, keeps=sources_stay("a")),
+    Scenario("sort", ("-S", "3000", "-o", "out", "a"), {"a": LINES}, statuses=OWN, silent=SORT,
+             keeps=sources_stay("a")),
     Scenario("sort", ("-m", "-o", "out", "a", "b"), {"a": b"a\nb\nd\n", "b": b"c\ne\n"}, statuses=OWN,
              keeps=sources_stay("a", "b")),
     Scenario("sort", ("-c",), stdin=LINES, status=1, statuses=OWN),

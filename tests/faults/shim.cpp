@@ -270,8 +270,7 @@ void write_report() {
              snprintf(line, sizeof line, "calls %s %u\n", routines[i].name, counts[i]));
     }
     for (unsigned i = 0; i < planned; i++) {
-        if (plan[i].met)
-            call(SYS_write, report, line, snprintf(line, sizeof line, "met %s\n", plan[i].text));
+        if (plan[i].met) call(SYS_write, report, line, snprintf(line, sizeof line, "met %s\n", plan[i].text));
     }
     report_descriptors(report);
     call(SYS_close, report);

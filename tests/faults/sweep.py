@@ -10,8 +10,8 @@ once by itself, and once with all calls of the routine that follow it. After eve
   lists the routine as one whose failure has no other sign, with the reason;
 - what the scenario's command promises to keep is kept.
 
-"short" takes every call of the first dozen and then strides; "full" takes them all. Only scenarios whose command
-holds WORD run, if it is given. Ends with status 80 where the kernel cannot catch system calls.
+"short" takes every call of the first dozen and then strides; "full" takes them all, and more errors. Only scenarios
+whose command holds WORD run, if it is given. Ends with status 80 where the kernel cannot catch system calls.
 """
 
 import sys
@@ -29,7 +29,7 @@ from collections import Counter
 from dataclasses import dataclass
 from pathlib import Path
 
-from scenarios import SCENARIOS, Run, Scenario
+from scenarios import FIXED_TIME, SCENARIOS, Run, Scenario
 
 SHIM, GARNEL, FORM = os.path.abspath(sys.argv[1]), os.path.abspath(sys.argv[2]), sys.argv[3]
 WORD = sys.argv[4] if len(sys.argv) > 4 else ""
@@ -38,7 +38,6 @@ TOOLS = Path(__file__).resolve().parents[2] / "app/tools.h"
 PROCESSES = 2
 SECONDS = 10  # that a run may take
 EVERY_CALL = 12  # in the short form; behind them about as many again
-FIXED_TIME = 946684800  # of the files that a scenario begins with
 
 # How a routine can fail: error names, or "short". What ends with "+" stays so for all calls that follow.
 WAYS = {
@@ -76,6 +75,10 @@ WAYS = {
     "socket": ["EMFILE"],
 }
 OTHERS = ["EPERM"]
+# The full form has all of these for each routine as well.
+ANY = ["EPERM", "EIO", "ENOMEM", "EINTR", "EINVAL", "ENOSYS", "EPERM+", "EIO+", "ENOSYS+"]
+# Some errors are answers: this one says that a name is no link.
+ANSWERS = {("readlink", "EINVAL")}
 
 # A call that is interrupted is made again, and one that comes short goes on: nothing is to be seen of it.
 HARMLESS = {("read", "EINTR"), ("read", "short"), ("write", "short"), ("copy", "short"),
@@ -107,19 +110,6 @@ def tree(top: str) -> dict[str, tuple]:
     return found
 
 
-def lay_out(scenario: Scenario, here: str) -> None:
-    for name, content in scenario.files.items():
-        path = Path(here, name)
-        path.parent.mkdir(parents=True, exist_ok=True)
-        if content is None:
-            path.mkdir()
-        elif isinstance(content, str):
-            path.symlink_to(content)
-        else:
-            path.write_bytes(content)
-            os.utime(path, (FIXED_TIME, FIXED_TIME))
-
-
 def vary(scenario: Scenario, here: str, text: bytes) -> bytes:
     """The text without what is different in every run."""
     text = text.replace(here.encode(), b"HERE")
@@ -131,7 +121,7 @@ def play(scenario: Scenario, plan: str) -> Run:
     with tempfile.TemporaryDirectory(prefix="faults.") as scratch:
         here, report = os.path.join(scratch, "here"), os.path.join(scratch, "report")
         os.mkdir(here)
-        lay_out(scenario, here)
+        scenario.lay_out(here)
         environment = {
             "PATH": "/usr/bin:/bin",
             "LC_ALL": "C",
@@ -183,7 +173,8 @@ def wrongs(sweep: Sweep, calm: Run, run: Run) -> list[str]:
     # What writing hits can be the message itself.
     if sweep.routine != "write":
         forms = (re.escape(scenario.command).encode() + b": .", *scenario.says)
-        found += [f"says {line!r}" for line in run.err.splitlines() if not any(re.match(form, line) for form in forms)]
+        lines = run.err.splitlines()
+        found += [f"says {line!r}" for line in lines if not any(re.match(form, line) for form in forms)]
     found += run.left_open
     known = calm.files.keys() | run.before.keys()
     if sweep.routine != "unlink":
@@ -232,8 +223,12 @@ def sweeps_of(number: int) -> list[Sweep] | str:
     if not calm.calls:
         return f"{scenario.command}: {calm.err.decode(errors='replace').strip() or 'no report'}"
     if calm.hangs or calm.status != scenario.status or calm.left_open:
-        return f"{scenario.command} {' '.join(scenario.words)}: undisturbed, but {calm.status}, {calm.err!r}, {calm.left_open}"
-    return [Sweep(number, routine, way) for routine in calm.calls for way in WAYS.get(routine, OTHERS)]
+        words = " ".join(scenario.words)
+        return f"{scenario.command} {words}: undisturbed, but {calm.status}, {calm.err!r}, {calm.left_open}"
+    more = ANY if FORM == "full" else []
+    ways = {routine: dict.fromkeys([*WAYS.get(routine, OTHERS), *more]) for routine in calm.calls}
+    pairs = [(routine, way) for routine, found in ways.items() for way in found]
+    return [Sweep(number, *pair) for pair in pairs if pair not in ANSWERS]
 
 
 def main() -> int:
