@@ -16,7 +16,8 @@ class Run:
     hangs: bool
     out: bytes  # without what is different every time
     raw: bytes
-    err: bytes
+    err: bytes  # likewise
+    messages: bytes
     before: dict[str, tuple]  # files before and after; the data is the last field
     files: dict[str, tuple]
     calls: dict[str, int]
@@ -44,8 +45,9 @@ class Scenario:
     says: tuple[bytes, ...] = ()  # lines beside those that begin with the name
     # Routines whose failure shows in the output alone, with the reason.
     silent: dict[str, str] = field(default_factory=dict)
-    vary: bytes = b""  # in the output and in file names: what is different every time
+    vary: bytes = b""  # in outputs and in file names: what is different every time
     keeps: Keeps = nothing_to_keep
+    allowed: bool = True  # whether it can be played by whoever plays
 
     def lay_out(self, here: str) -> None:
         for name, content in self.files.items():
@@ -147,6 +149,10 @@ OWN = frozenset({1, 2})
 OWN_101 = frozenset({1, 101})
 NO_RENAME = ("rename:1+:18",)
 
+# What a command that runs another one ends with where that does not come about.
+RUNS = frozenset({1, 125, 126, 127})
+IS_ROOT = os.geteuid() == 0
+
 SCENARIOS = [
     Scenario("cat", ("a", "b"), {"a": LINES, "b": BIG}, silent=CAT),
     Scenario("cat", ("-n", "a", "-"), {"a": LINES}, stdin=LINES, silent=CAT),
@@ -154,6 +160,7 @@ SCENARIOS = [
     Scenario("chown", ("-R", "-v", "root:root", "a", "t"), {"a": LINES, **TREE}, says=CHOWN,
              silent=DIRECTORIES | NAMES),
     Scenario("chgrp", ("-v", "root", "a"), {"a": LINES}, says=CHOWN, silent=NAMES),
+    Scenario("chroot", (".", "sh", "-c", "exit 3"), otherwise=("root:1+:=0",), status=3, statuses=RUNS, allowed=IS_ROOT),
     Scenario("cmp", ("a", "b"), {"a": BIG, "b": BIG}, statuses=OWN, silent=CMP),
     Scenario("cmp", ("-l", "a", "b"), {"a": LINES, "b": LINES[:100] + b"x" + LINES[101:] + b"y"}, status=1,
              statuses=frozenset({0, 1, 2}), silent=CMP),
@@ -174,7 +181,10 @@ SCENARIOS = [
     Scenario("df", vary=rb" *[0-9.]+[kMGT%]?",
              silent=dict.fromkeys(("open", "memory", "map", "read"), "mounts that cannot be read are left out")),
     Scenario("echo", ("-e", r"a\x41\n", "b"), silent=UNCHECKED),
+    Scenario("env", ("-i", "A=1")),
+    Scenario("env", ("A=1", "sh", "-c", "exit 3"), status=3, statuses=RUNS),
     Scenario("false", (), status=1),
+    Scenario("format", ("-y", "missing"), status=2, statuses=OWN),
     Scenario("hd", ("a",), {"a": LINES}, statuses=frozenset({1, 2, 3}),
              silent={"read": "a read that comes short makes a short line"}),
     Scenario("head", ("-n", "20", "a", "b"), {"a": LINES, "b": LINES}, statuses=OWN, silent=SKIPPED),
@@ -219,12 +229,15 @@ SCENARIOS = [
     Scenario("sort", ("-c",), stdin=LINES, status=1, statuses=OWN),
     Scenario("stat", ("a", "l"), {"a": LINES, "l": "a"}, vary=rb"(?s).*"),
     Scenario("stat", ("-L", "l"), {"a": LINES, "l": "a"}, vary=rb"(?s).*"),
+    Scenario("stty", ("-a",), otherwise=("device:1+:=0",)),
+    Scenario("su", ("-c", "exit 3", "root"), otherwise=("identity:1+:=0",), status=3, statuses=RUNS, allowed=IS_ROOT),
     Scenario("sync", otherwise=("sync:1+:=0",)),
     Scenario("tail", ("-n", "20", "a", "b"), {"a": LINES, "b": LINES}, statuses=OWN, silent=SKIPPED),
     Scenario("tail", ("-n", "20"), stdin=BIG + LINES, statuses=OWN),
     Scenario("tee", ("a", "b"), stdin=LINES, silent=UNCHECKED, keeps=serves),
     Scenario("test", ("-f", "a"), {"a": LINES}),
     Scenario("[", ("1", "-eq", "2", "]"), status=1),
+    Scenario("time", ("sh", "-c", "exit 3"), status=3, statuses=RUNS, says=(rb"(real|user|sys) ",), vary=rb"[0-9]+"),
     Scenario("touch", ("-t", "199901020304", "a", "b"), {"a": LINES}),
     Scenario("tree", ("t",), TREE, statuses=OWN_101, silent=DIRECTORIES | LINK),
     Scenario("tree", ("-l", "t"), {**TREE, "t/to": "u"}, statuses=OWN_101, silent=DIRECTORIES | LINK),
@@ -234,8 +247,10 @@ SCENARIOS = [
     Scenario("tty", status=1, statuses=OWN),
     Scenario("tty", ("-s",), status=1, statuses=frozenset({1, 4})),
     Scenario("umount", ("-R", "-v", "/proc"), otherwise=("mount:1+:=0", "sync:1+:=0")),
+    Scenario("watch", ("-n", "0", "-g", "echo x >> rounds; wc -l < rounds"), statuses=RUNS),
     Scenario("wc", ("-L", "a", "b"), {"a": LINES, "b": BIG}, statuses=OWN_101),
     Scenario("wc", (), stdin=LINES, statuses=OWN_101),
+    Scenario("which", ("-a", "sh"), silent=dict.fromkeys(("stat", "access"), "what cannot be examined is no match")),
     Scenario("yes", ("word",), given=("write:40+:32", "splice:40+:32"), vary=rb"(?s).*", keeps=repeats),
     Scenario("uname", ("-a",)),
     Scenario("arch", says=(rb"uname: Could not get info: .",)),

@@ -5,7 +5,7 @@
 //   5          it fails with error number 5
 //   =7         it is said to have returned 7
 //   short      it happens, for one byte only
-// When the process ends, the file that GARNEL_FAULTS_REPORT names gets lines "calls ROUTINE COUNT", "met ENTRY"
+// When the process ends or becomes another program, the file that GARNEL_FAULTS_REPORT names gets lines "calls ROUTINE COUNT", "met ENTRY"
 // for each entry that came about, and "open NUMBER NAME" for each descriptor above 2 that was still open.
 //
 // System calls are caught where they enter the kernel (system call user dispatch), so that those which the C
@@ -51,6 +51,21 @@ shim_call:                      # as the C library's syscall(), but the error st
     mov 8(%rsp), %r9
     syscall
     ret
+    .globl vfork
+    .type vfork, @function
+vfork:                          # the child comes back first, and uses the stack above our return address
+    sub $8, %rsp
+    call shim_fork_fails
+    add $8, %rsp
+    test %al, %al
+    jne 1f
+    pop %rdi
+    mov $58, %eax
+    syscall
+    push %rdi
+    ret
+1:  mov $-1, %eax
+    ret
 shim_return_from:               # returns from the signal whose frame is at the address given
     mov %rdi, %rsp
 shim_restore:
@@ -66,6 +81,7 @@ extern const char shim_gate_end[] __attribute__((visibility("hidden")));
 long shim_call(long number, long a, long b, long c, long d, long e, long f)
     __attribute__((visibility("hidden")));
 void shim_restore() __attribute__((visibility("hidden")));
+bool shim_fork_fails() __attribute__((visibility("hidden"), used));
 [[noreturn]] void shim_return_from(long frame) __attribute__((visibility("hidden")));
 
 void* __libc_malloc(size_t size);
@@ -236,7 +252,7 @@ const Fault* count_call(const char* name) {
     return nullptr;
 }
 
-void report_descriptors(int report) {
+void report_descriptors(int report, bool at_exec) {
     const int fds = (int)call(SYS_open, "/proc/self/fd", O_RDONLY | O_DIRECTORY, 0);
     if (fds < 0) return;
     alignas(dirent64) char entries[4096];
@@ -248,6 +264,7 @@ void report_descriptors(int report) {
             at += entry->d_reclen;
             const int fd = atoi(entry->d_name);
             if (fd <= 2 || fd == fds || fd == report) continue;
+            if (at_exec && (call(SYS_fcntl, fd, F_GETFD) & FD_CLOEXEC) != 0) continue;
             char link[64];
             char name[256] = "?";
             snprintf(link, sizeof link, "/proc/self/fd/%d", fd);
@@ -260,7 +277,7 @@ void report_descriptors(int report) {
     call(SYS_close, fds);
 }
 
-void write_report() {
+void write_report(bool at_exec) {
     const int report = (int)call(SYS_open, report_path, O_WRONLY | O_CREAT | O_TRUNC, 0666);
     if (report < 0) return;
     char line[128];
@@ -272,7 +289,7 @@ void write_report() {
     for (unsigned i = 0; i < planned; i++) {
         if (plan[i].met) call(SYS_write, report, line, snprintf(line, sizeof line, "met %s\n", plan[i].text));
     }
-    report_descriptors(report);
+    report_descriptors(report, at_exec);
     call(SYS_close, report);
 }
 
@@ -316,14 +333,13 @@ void on_call(int, siginfo_t* info, void* raw) {
     case SYS_rt_sigprocmask: result = change_mask(context, regs); return;
     case SYS_clone:
     case SYS_clone3:
-    case SYS_vfork:
         // A new stack or a shared one cannot pass through here: the call is repeated unseen, and so is the rest.
         selector = SYSCALL_DISPATCH_FILTER_ALLOW;
         result = number;
         regs[REG_RIP] -= 2;
         return;
     case SYS_exit_group:
-    case SYS_exit: write_report(); break;
+    case SYS_exit: write_report(false); break;
     default: break;
     }
 
@@ -341,7 +357,7 @@ void on_call(int, siginfo_t* info, void* raw) {
         result = number == SYS_brk ? call(SYS_brk, 0) : fault->result;
         return;
     }
-    if (number == SYS_execve) write_report();
+    if (number == SYS_execve) write_report(true);
     result = call(number, given[REG_RDI], given[REG_RSI], given[REG_RDX], given[REG_R10], given[REG_R8],
                   given[REG_R9]);
 }
@@ -475,6 +491,10 @@ void* calloc(size_t count, size_t size) {
 
 void* realloc(void* old, size_t size) {
     return fails("memory") ? nullptr : __libc_realloc(old, size);
+}
+
+bool shim_fork_fails() {
+    return fails("fork");
 }
 
 // The child runs free of faults.
