@@ -28,6 +28,7 @@
 #include <grp.h>
 #include <netdb.h>
 #include <pwd.h>
+#include <sched.h>
 #include <signal.h>
 #include <sys/prctl.h>
 #include <sys/syscall.h>
@@ -51,21 +52,6 @@ shim_call:                      # as the C library's syscall(), but the error st
     mov 8(%rsp), %r9
     syscall
     ret
-    .globl vfork
-    .type vfork, @function
-vfork:                          # the child comes back first, and uses the stack above our return address
-    sub $8, %rsp
-    call shim_fork_fails
-    add $8, %rsp
-    test %al, %al
-    jne 1f
-    pop %rdi
-    mov $58, %eax
-    syscall
-    push %rdi
-    ret
-1:  mov $-1, %eax
-    ret
 shim_return_from:               # returns from the signal whose frame is at the address given
     mov %rdi, %rsp
 shim_restore:
@@ -81,7 +67,6 @@ extern const char shim_gate_end[] __attribute__((visibility("hidden")));
 long shim_call(long number, long a, long b, long c, long d, long e, long f)
     __attribute__((visibility("hidden")));
 void shim_restore() __attribute__((visibility("hidden")));
-bool shim_fork_fails() __attribute__((visibility("hidden"), used));
 [[noreturn]] void shim_return_from(long frame) __attribute__((visibility("hidden")));
 
 void* __libc_malloc(size_t size);
@@ -333,6 +318,7 @@ void on_call(int, siginfo_t* info, void* raw) {
     case SYS_rt_sigprocmask: result = change_mask(context, regs); return;
     case SYS_clone:
     case SYS_clone3:
+    case SYS_vfork:
         // A new stack or a shared one cannot pass through here: the call is repeated unseen, and so is the rest.
         selector = SYSCALL_DISPATCH_FILTER_ALLOW;
         result = number;
@@ -493,17 +479,21 @@ void* realloc(void* old, size_t size) {
     return fails("memory") ? nullptr : __libc_realloc(old, size);
 }
 
-bool shim_fork_fails() {
-    return fails("fork");
-}
-
-// The child runs free of faults.
+// Children run free of faults.
 pid_t _Fork() noexcept;
 pid_t fork() noexcept {
     if (fails("fork")) return -1;
+    const char before = selector;
     selector = SYSCALL_DISPATCH_FILTER_ALLOW;
     const pid_t child = _Fork();
-    if (child != 0) selector = SYSCALL_DISPATCH_FILTER_BLOCK;
+    if (child != 0) selector = before;
     return child;
+}
+
+int clone(int (*run)(void*), void* stack, int flags, void* argument, ...) noexcept {
+    if (fails("fork")) return -1;
+    const Pause pause;
+    using Clone = int (*)(int (*)(void*), void*, int, void*, ...);
+    return reinterpret_cast<Clone>(dlsym(RTLD_NEXT, "clone"))(run, stack, flags, argument);
 }
 }
