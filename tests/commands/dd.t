@@ -1,36 +1,17 @@
-  $ garnel dd --help | sed -n '1,7p;9p;21,$p'
-  Usage: dd [OPERAND]...
-    or:  dd --help
-  Copy a file and formatting according to the operands.
-  
-    bs=BYTES      read and write up to BYTES bytes at a time
-    count=N       copy only N input blocks
-    ibs=BYTES     read up to BYTES bytes at a time (default: 512)
-    obs=BYTES     write up to BYTES bytes at a time (default: 512)
-  GB =1000*1000*1000, G =1024*1024*1024, and so on for T, P, E, Z, Y.
-  $ for word in bs foo=1 bs=--help status=all count=1x bs=0 obs=0 ibs=-1 bs=8E bs=12k3 =1; do streams garnel dd $word; echo $?; done
-  2> dd: invalid argument: 'bs'
-  1
-  2> dd: invalid argument: 'foo=1'
-  1
-  2> dd: invalid argument: 'bs=--help'
-  1
-  2> dd: invalid argument: 'status=all'
-  1
-  2> dd: invalid argument: 'count=1x'
-  1
-  2> dd: invalid argument: 'bs=0'
-  1
-  2> dd: invalid argument: 'obs=0'
-  1
-  2> dd: invalid argument: 'ibs=-1'
-  1
-  2> dd: invalid argument: 'bs=8E'
-  1
-  2> dd: invalid argument: 'bs=12k3'
-  1
-  2> dd: invalid argument: '=1'
-  1
+  $ for word in bs foo=1 bs=--help status=all count=1x bs=0 obs=0 ibs=-1 bs=8E bs=12k3 =1; do
+  >   said=$(streams garnel dd $word); echo "$? $said"
+  > done
+  1 2> dd: invalid argument: 'bs'
+  1 2> dd: invalid argument: 'foo=1'
+  1 2> dd: invalid argument: 'bs=--help'
+  1 2> dd: invalid argument: 'status=all'
+  1 2> dd: invalid argument: 'count=1x'
+  1 2> dd: invalid argument: 'bs=0'
+  1 2> dd: invalid argument: 'obs=0'
+  1 2> dd: invalid argument: 'ibs=-1'
+  1 2> dd: invalid argument: 'bs=8E'
+  1 2> dd: invalid argument: 'bs=12k3'
+  1 2> dd: invalid argument: '=1'
   $ ASAN_OPTIONS=allocator_may_return_null=1:log_path=/dev/null streams garnel dd obs=4E
   2> dd: no memory to allocate buffer
   [1]
@@ -74,42 +55,30 @@ Packets show each write, dashes and dots what was read and written:
   $ head -c 1500 /dev/zero >z; stat -c %s in
   2894
   $ for blocks in bs=512 'ibs=1024 obs=512' 'ibs=512 obs=1024' 'ibs=1000 obs=300' 'ibs=300 obs=1000' 'ibs=70 obs=1500'; do
-  >   for count in 9999 2; do for status in none dnd; do python3 packets if=z $blocks count=$count status=$status 2>&1; done; done
+  >   for count in 9999 2; do python3 packets if=z $blocks count=$count status=dnd 2>&1; done
   > done
-  512 512 476 
   -.-.-.
   512 512 476 
-  512 512 
   -.-.
   512 512 
-  1024 476 
   -..-..
   1024 476 
-  1024 476 
   -..-..
-  1024 476 
   1024 476 
   --.-.
   1024 476 
-  1024 
   --.
   1024 
+  -...-..
   300 300 300 300 300 
   -...-..
   300 300 300 300 300 
-  300 300 300 300 300 
-  -...-..
-  300 300 300 300 300 
-  1000 500 
   ----.-.
   1000 500 
-  600 
   --.
   600 
-  1500 
   ----------------------.
   1500 
-  140 
   --.
   140 
   $ garnel dd bs=4 ibs=8 status=dots if=head of=/dev/null; garnel dd bs=5 status=dashes <head >d && cmp head d

@@ -103,16 +103,6 @@ What is mounted on the root directory itself hides nothing, since paths begin be
   -one/0                 1024            0         1024   0% PWD/a
   umount: /: this mountpoint contains mountpoints.
 
-Files can be mounted on, too:
-
-  $ private 'touch a/file b/file; mount --bind a/file b/file; garnel df b/file; garnel umount -Dv b/file' | sed 's/.*%//; /=/d'
-   Mounted on
-   PWD/b/file
-  umount: PWD/b/file: stat filesystem
-  umount: PWD/b/file: umount from vfs
-  umount: PWD/b/file: umounted from vfs, removing mount directory
-  umount: PWD/b/file: failed to remove mount directory
-
 Without a mount table there is nothing to show but the header; an empty one is no failure either:
 
   $ mknod none c 0 0

@@ -130,10 +130,6 @@ Operands: files first, as they were typed and aligned together, then the directo
   link:
   a
   b
-  $ garnel ls link; garnel ls dir1/a
-  a
-  b
-  a
 
 What cannot be examined or read is reported, and that is all.
 
@@ -153,11 +149,9 @@ What cannot be examined or read is reported, and that is all.
   locked:
   
   listable:
-  $ chmod 755 locked listable; streams garnel ls -x; garnel ls --colour; garnel ls --help -x | sed -n '1p;$p'
+  $ chmod 755 locked listable; streams garnel ls -x
   2> ls: unknown switch: -x
-  ls: unknown switch: --
-  Usage: ls [OPTIONS]... [FILES]...
-      -U    list entries unsorted
+  [100]
   $ garnel ls -l >/dev/full
   ls: write error: No space left on device
   [1]
@@ -196,9 +190,6 @@ Paths longer than the system takes in one piece.
   >     os.mkdir("12345678"); os.chdir("12345678")
   > os.symlink("x", "bottom")
   > EOF
-  $ garnel ls -lR 12345678 | tail -2 | sed -E "s/.*(.{18}):$/\1:/; s/.* bottom/bottom/"
-  /12345678/12345678:
-  bottom -> x
   $ deep=$(printf '%1000s' | sed 's| |12345678/|g'); garnel ls "$deep"; garnel ls -l "${deep}bottom" | sed 's/.* //'
   bottom
   bottom

@@ -34,25 +34,23 @@ With -v it tells its steps; -D removes the directory, if it can:
   m
   mounted: top none
 
+Its first two steps are not shown again:
+
+  $ brief() { private "$1" | grep -v ': stat filesystem$\|: filesystem=.*, unit=0$'; }
+
 What is mounted below keeps it from being detached. "top/mm" is not below "top/m", but everything is below "/":
 
-  $ private 'mount -t tmpfs one top/m; mkdir -p top/m/a/b; mount -t tmpfs two top/m/a; mkdir -p top/m/a/b; mount -t tmpfs three top/m/a/b
+  $ brief 'mount -t tmpfs one top/m; mkdir -p top/m/a/b; mount -t tmpfs two top/m/a; mkdir -p top/m/a/b; mount -t tmpfs three top/m/a/b
   > mkdir top/m/a-b; mount -t tmpfs four top/m/a-b; mount -t tmpfs five top/mm
   > garnel umount top/m; echo $?; garnel umount -v top/m; garnel umount -f /; mounts; garnel umount -R top/m; echo $?; mounts
   > garnel umount -R -D -v top; echo $?; mounts; ls -d top'
   umount: PWD/top/m: this mountpoint contains mountpoints.
   1
-  umount: PWD/top/m: stat filesystem
-  umount: PWD/top/m: filesystem=one, unit=0
   umount: PWD/top/m: this mountpoint contains mountpoints.
   umount: /: this mountpoint contains mountpoints.
   mounted: top none top/m one top/m/a two top/m/a/b three top/m/a-b four top/mm five
   0
   mounted: top none top/mm five
-  umount: PWD/top: stat filesystem
-  umount: PWD/top: filesystem=none, unit=0
-  umount: PWD/top/mm: stat filesystem
-  umount: PWD/top/mm: filesystem=five, unit=0
   umount: PWD/top/mm: umount from vfs
   umount: PWD/top/mm: umounted from vfs, removing mount directory
   umount: PWD/top: umount from vfs
@@ -63,20 +61,12 @@ What is mounted below keeps it from being detached. "top/mm" is not below "top/m
 
 The deepest go first; the first that is busy ends it:
 
-  $ private 'mount -t tmpfs one top/m; mkdir top/m/a top/m/b top/m/c; for i in a b c; do mount -t tmpfs $i top/m/$i; done
+  $ brief 'mount -t tmpfs one top/m; mkdir top/m/a top/m/b top/m/c; for i in a b c; do mount -t tmpfs $i top/m/$i; done
   > exec 9>top/m/b/open; garnel umount -vR top/m top/m/a; echo $?; mounts; garnel umount -f top/m/b; exec 9>&-; garnel umount -R -D top/m; echo $?; mounts; ls top'
-  umount: PWD/top/m: stat filesystem
-  umount: PWD/top/m: filesystem=one, unit=0
-  umount: PWD/top/m/c: stat filesystem
-  umount: PWD/top/m/c: filesystem=c, unit=0
   umount: PWD/top/m/c: umount from vfs
   umount: PWD/top/m/c: umounted from vfs
-  umount: PWD/top/m/b: stat filesystem
-  umount: PWD/top/m/b: filesystem=b, unit=0
   umount: PWD/top/m/b: umount from vfs
   umount: PWD/top/m/b: failed to umount from vfs
-  umount: PWD/top/m/a: stat filesystem
-  umount: PWD/top/m/a: filesystem=a, unit=0
   umount: PWD/top/m/a: umount from vfs
   umount: PWD/top/m/a: umounted from vfs
   1
@@ -89,9 +79,9 @@ The deepest go first; the first that is busy ends it:
 
 Mounts stacked on one another go one by one, and all of them below what is detached; a hidden one is not in the way:
 
-  $ private 'mount -t tmpfs one top/m; mkdir top/m/in; mount -t tmpfs in top/m/in; mount -t tmpfs two "$PWD/top/m"
+  $ brief 'mount -t tmpfs one top/m; mkdir top/m/in; mount -t tmpfs in top/m/in; mount -t tmpfs two "$PWD/top/m"
   > mounts; garnel umount top/m; echo $?; mounts; garnel umount top/m; echo $?
-  > mount -t tmpfs two "$PWD/top/m"; mkdir top/m/in; mount -t tmpfs in2 top/m/in; mount -t tmpfs in3 "$PWD/top/m/in"; mounts; garnel umount -R -v top | grep -v "stat f\|=\|ed from"; mounts'
+  > mount -t tmpfs two "$PWD/top/m"; mkdir top/m/in; mount -t tmpfs in2 top/m/in; mount -t tmpfs in3 "$PWD/top/m/in"; mounts; garnel umount -R -v top | grep -v "ed from"; mounts'
   mounted: top none top/m one top/m/in in top/m two
   0
   mounted: top none top/m one top/m/in in
@@ -119,12 +109,10 @@ A bind mount goes without what it shows; one that goes together with another, as
 
 Names hold anything; -D removes no file that was mounted on:
 
-  $ private 'odd="top/ \\040	
-  > "; mkdir "$odd"; mount -t tmpfs x "$odd"; garnel umount -vD "$odd"; ls top; touch top/m/a top/m/b; mount --bind top/m/a top/m/b; garnel umount -v -D top/m/b; ls top/m'
+  $ brief 'odd="top/ \\040	
+  > "; mkdir "$odd"; mount -t tmpfs x "$odd"; garnel umount -vD "$odd"; ls top; touch top/m/a top/m/b; mount --bind top/m/a top/m/b; garnel umount -vD top/m/b; ls top/m'
   umount: PWD/top/ \\040\t (esc)
-  : stat filesystem
   umount: PWD/top/ \\040\t (esc)
-  : filesystem=x, unit=0
   umount: PWD/top/ \\040\t (esc)
   : umount from vfs
   umount: PWD/top/ \\040\t (esc)
@@ -132,8 +120,6 @@ Names hold anything; -D removes no file that was mounted on:
   m
   mm
   s
-  umount: PWD/top/m/b: stat filesystem
-  umount: PWD/top/m/b: filesystem=none, unit=0
   umount: PWD/top/m/b: umount from vfs
   umount: PWD/top/m/b: umounted from vfs, removing mount directory
   umount: PWD/top/m/b: failed to remove mount directory
@@ -142,7 +128,7 @@ Names hold anything; -D removes no file that was mounted on:
 
 Who has not the right to is refused:
 
-  $ private 'mount -t tmpfs one top/m; mounts; setpriv --bounding-set=-sys_admin garnel umount -f top/m; echo $?; mounts'
+  $ brief 'mount -t tmpfs one top/m; mounts; setpriv --bounding-set=-sys_admin garnel umount -f top/m; echo $?; mounts'
   mounted: top none top/m one
   umount: PWD/top/m: failed to umount from vfs
   1
