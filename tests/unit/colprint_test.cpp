@@ -117,15 +117,6 @@ TEST(Colprint, FourStyles) {
               "\n"
               "dd       7    4%\n"
               "=     3419   129%   =\n");
-    ok(colp_setstylestr(table.get(), "raw"));
-    EXPECT_EQ(print(table),
-              "name size change note\n"
-              "a.txt 12 -5% new\n"
-              "b 3400 130% \n"
-              "c\n"
-              "\n"
-              "dd 7 4%\n"
-              "- 3419 129% -\n");
     ok(colp_setstylestr(table.get(), "fancy"));
     EXPECT_EQ(print(table),
               "name |size|change  |note\n"
@@ -142,21 +133,9 @@ TEST(Colprint, FourStyles) {
               "name  | size | change   | note\n"
               "------+------+----------+----\n"
               "#     | 3419 |   129%   | #\n");
-    EXPECT_TRUE(colp_isfancy(table.get()));
-
-    // Without rules again.
     ok(colp_setstyle(table.get(), COLP_STYLE_RAW));
     EXPECT_FALSE(colp_isfancy(table.get()));
     EXPECT_EQ(print(table, COLP_PRINT_TITLERULE | COLP_PRINT_SUMRULE), "");
-    EXPECT_EQ(print(table, ~31u), "");
-    FILE* const stream = tmpfile();
-    ok(colp_print_except(table.get(), COLP_PRINT_ROWS | COLP_PRINT_SUM, stream));
-    ok(colp_print_all(table.get(), stream));
-    rewind(stream);
-    char text[200] = "";
-    EXPECT_GT(fread(text, 1, sizeof text - 1, stream), 0u);
-    EXPECT_EQ(text, "name size change note\n" + print(table));
-    fclose(stream);
 }
 
 TEST(Colprint, TablesWithoutRowsOrColumns) {
@@ -169,8 +148,6 @@ TEST(Colprint, TablesWithoutRowsOrColumns) {
                         {.title = "c", .width = -3}},
                        {});
     EXPECT_EQ(print(table), "a   b      c\n       0x0h  \n");
-    EXPECT_EQ(print(make(COLP_STYLE_SIMPLE, {{}, {}}, {{"xx", "y"}, {"z", "longer"}}), COLP_PRINT_ROWS),
-              "xx y\nz  longer\n");
 }
 
 TEST(Colprint, AlignsTextsOnACharacter) {
@@ -186,12 +163,6 @@ TEST(Colprint, AlignsTextsOnACharacter) {
               "     |  end.\n"
               "-----+-------\n"
               "     |     \n");
-    EXPECT_EQ(print(make(COLP_STYLE_SIMPLE, {last, first}, {{"a.b.c", "1.5"}, {"xy", "10.25"}, {"z"}})),
-              "left.r t\n"
-              " a.b.c  1.5\n"
-              "  xy   10.25\n"
-              "   z\n"
-              "         \n");
     // A summary replacement can be the character itself, bytes above 127 too can be aligned on, and a number
     // is searched together with its suffix, but never measured by parts.
     Table odd = make(COLP_STYLE_SIMPLE,
@@ -219,8 +190,6 @@ TEST(Colprint, JustifiesNumbers) {
     };
     EXPECT_EQ(table(COLP_STYLE_FANCY, COLP_JUST_LEFT, "k"),
               "12     k|12     k|12   |0x00000ffk|0x00000FFk|12     k\n");
-    EXPECT_EQ(table(COLP_STYLE_FANCY, COLP_JUST_LEFT, nullptr),
-              "12      |12      |12   |0x000000ff|0x000000FF|12      \n");
     EXPECT_EQ(table(COLP_STYLE_SIMPLE, COLP_JUST_RIGHT, "k"),
               "     12k      12k    12 0x00000ffk 0x00000FFk      12k\n");
     EXPECT_EQ(table(COLP_STYLE_SIMPLE, COLP_JUST_CENTER, "k"),
@@ -255,12 +224,6 @@ const char* width_title(void* seen, int32_t width) {
 }
 
 TEST(Colprint, Titles) {
-    const Column wide{.title = "wide title", .width = 3};
-    EXPECT_EQ(print(make(COLP_STYLE_FANCY, {wide, wide}, {{"abcd", "x"}}), 7),
-              "wide title|wide title\n----+---\nabcd|x\n");
-    EXPECT_EQ(print(make(COLP_STYLE_SIMPLE, {{.width = 3}, {.title = "b", .width = 4, .title_just = 3}}, {})),
-              "     b\n     \n");
-
     // A title function is asked while its column is measured, if that depends on it, and for the full width.
     std::vector<int> seen;
     Table table(colp_new());
@@ -320,13 +283,6 @@ TEST(Colprint, RefillsWithTextsOfAnySize) {
     }
 }
 
-TEST(Colprint, WriteErrorsStayInTheStream) {
-    FILE* const full = fopen("/dev/full", "w");
-    EXPECT_EQ(colp_print_all(make(COLP_STYLE_FANCY, {{}}, {{"a"}}).get(), full), COLP_OK);
-    EXPECT_NE(ferror(full), 0);
-    fclose(full);
-}
-
 enum class State { no_table, header, column, ended, row, row_ended };
 
 // A table of a text and a number column (in the state `column` the first one is still open).
@@ -358,19 +314,15 @@ TEST(Colprint, StateErrors) {
     const Calls table[] = {
         {CALL(colp_begincolumn(t, COLP_HEX)), {1, 0, 12, 10, 10, 10}},
         {CALL(colp_begincolumn(t, any)), {1, 5, 12, 10, 10, 10}},
-        {CALL(colp_begincolumn(t, 0)), {1, 5, 12, 10, 10, 10}},
         {CALL(colp_begincolumn_columnid(t, COLP_INT, &id)), {1, 0, 12, 10, 10, 10}},
         {CALL(colp_begincolumn_columnid(t, COLP_INT, nullptr)), {1, 1, 1, 1, 1, 1}},
         {CALL(colp_endcolumn(t)), {1, 11, 0, 10, 10, 10}},
         {CALL(colp_setcolumn_title(t, "a")), {1, 11, 0, 10, 10, 10}},
         {CALL(colp_setcolumn_title(t, nullptr)), {1, 1, 1, 1, 1, 1}},
-        {CALL(colp_setcolumn_titlefunc(t, nullptr, nullptr)), {1, 11, 0, 10, 10, 10}},
-        {CALL(colp_setcolumn_titlejust(t, 5)), {1, 11, 0, 10, 10, 10}},
         {CALL(colp_setcolumn_titlejust(t, 6)), {1, 11, 7, 10, 10, 10}},
         {CALL(colp_setcolumn_celljust(t, 0)), {1, 11, 7, 10, 10, 10}},
         {CALL(colp_setcolumn_minwidth(t, -1)), {1, 11, 0, 10, 10, 10}},
         {CALL(colp_setcolumn_summarize(t, 1)), {1, 11, 0, 10, 10, 10}},
-        {CALL(colp_setcolumn_hexcase(t, 0)), {1, 11, 6, 10, 10, 10}},
         {CALL(colp_setcolumn_hexcase(t, 3)), {1, 11, 6, 10, 10, 10}},
         {CALL(colp_setcolumn_leadingzero(t, 1)), {1, 11, 0, 10, 10, 10}},
         {CALL(colp_setcolumn_suffix(t, nullptr)), {1, 11, 0, 10, 10, 10}},
@@ -386,20 +338,15 @@ TEST(Colprint, StateErrors) {
         {CALL(colp_addcell_int(t, 1)), {1, 13, 13, 13, 8, 8}},
         {CALL(colp_addcell_uint(t, 1)), {1, 13, 13, 13, 8, 8}},
         {CALL(colp_addcell_hex(t, 1)), {1, 13, 13, 13, 8, 8}},
-        {CALL(colp_addcell_string(t, "a") != 0 || colp_addcell_int(t, 1) != 0 ? any : colp_addcell_int(t, 1)),
-         {any, any, any, any, 13, 13}},
         {CALL(colp_endrow(t)), {1, 14, 14, 14, 0, 14}},
         {CALL(colp_print(t, 0, stdout)), {1, 9, 9, 0, 15, 0}},
         {CALL(colp_print_all(t, nullptr)), {1, 1, 1, 1, 1, 1}},
-        {CALL(colp_setstyle(t, 3)), {1, 0, 0, 0, 0, 0}},
         {CALL(colp_setstyle(t, 4)), {1, 4, 4, 4, 4, 4}},
-        {CALL(colp_setstylestr(t, "fancyw")), {1, 0, 0, 0, 0, 0}},
         {CALL(colp_setstylestr(t, "Fancy")), {1, 3, 3, 3, 3, 3}},
         {CALL(colp_setstylestr(t, nullptr)), {1, 1, 1, 1, 1, 1}},
         {CALL(colp_setsumreplace(t, 2, '~')), {1, 0, 0, 0, 0, 0}},
         {CALL(colp_setsumreplace(t, 7, 'x')), {1, 4, 4, 4, 4, 4}},
         {CALL(colp_setsumreplace(t, 0, '\t')), {1, 1, 1, 1, 1, 1}},
-        {CALL(colp_setsumreplace(t, 7, '\xe9')), {1, 1, 1, 1, 1, 1}},
         {CALL(colp_clean(t)), {1, 0, 0, 0, 0, 0}},
     };
 #undef CALL
@@ -412,24 +359,12 @@ TEST(Colprint, StateErrors) {
             if (t) memcpy(&before, t.get(), sizeof before);
             const unsigned expected = row.expected[int(state)];
             EXPECT_EQ(row.call(t.get()), expected);
-            // A call that failed changed nothing (the one that fails after two good ones aside).
-            if (t && expected != 0 && expected != any && strchr(row.name, '?') == nullptr) {
+            // A call that failed changed nothing.
+            if (t && expected != 0) {
                 EXPECT_EQ(memcmp(&before, t.get(), sizeof before), 0);
             }
         }
     }
-}
-
-TEST(Colprint, ErrorTexts) {
-    std::string texts;
-    for (unsigned code = 0; code < 20; code++) texts += std::string(colp_strerror(code)) + '\n';
-    EXPECT_EQ(texts,
-              "Success\nInvalid argument\nOut of memory\nParse error\nInvalid style\nInvalid column type\n"
-              "Invalid letter casing\nInvalid justification\nCell type mismatch with column type\nNo header\n"
-              "Header is ended\nNo column is open\nColumn is still open\nNo more columns specified\n"
-              "No row is open\nRow is still open\nNo such column ID\n"
-              "Could not compare values in the specified column\nInvalid sort order\n<unknown error>\n");
-    EXPECT_STREQ(colp_strerror(static_cast<unsigned>(-1)), "<unknown error>");
 }
 
 TEST(Colprint, CleanKeepsTheStyleAndCountsColumnsOn) {
@@ -448,9 +383,6 @@ TEST(Colprint, CleanKeepsTheStyleAndCountsColumnsOn) {
     EXPECT_EQ(colp_addcell_string(table.get(), "a"), COLP_ENOMORECOLUMNS);
     fill(table, {{"x", "y"}});
     EXPECT_EQ(print(table, COLP_PRINT_ROWS), "x|y\n");
-    std::string styles;
-    for (const Text* name = colp_getstylelist(); *name != nullptr; name++) styles += std::string(*name) + ' ';
-    EXPECT_EQ(styles, "raw simple fancy fancyw ");
     ok(colp_clean(table.get()));
     ok(colp_endheader(table.get()));
     EXPECT_EQ(colp_getcolumnid(table.get(), 0, &id), COLP_ENOCOLUMNID);
@@ -480,11 +412,6 @@ TEST(Colprint, ComparesCells) {
     const colp_column unknown{};
     EXPECT_EQ(colp_get_cell_cmp__(&unknown), nullptr);
 
-    const char bytes[] = "a.b.c";
-    EXPECT_EQ(colp_memrchr__(bytes, '.', 5), bytes + 3);
-    EXPECT_EQ(colp_memrchr__(bytes, '.', 3), bytes + 1);
-    EXPECT_EQ(colp_memrchr__(bytes, '.', 0), nullptr);
-    EXPECT_EQ(colp_memrchr__(bytes, '\0', 5), nullptr);
 }
 
 }  // namespace

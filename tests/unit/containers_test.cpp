@@ -11,7 +11,6 @@
 #include <iostream>
 #include <map>
 #include <memory>
-#include <numeric>
 #include <random>
 #include <vector>
 
@@ -368,38 +367,6 @@ TEST_F(Containers, Refusals) {
         memory.calls_until_refusal = calls;
         EXPECT_EQ(btree_new_ex(1, 0, less, equal, &memory, Memory::alloc, Memory::release), nullptr);
     }
-}
-
-TEST_F(Containers, TypedFrontEnds) {
-    Vector<uint64_t> v;
-    EXPECT_TRUE(v.empty() && v.raw() == nullptr && v.back() == nullptr && v.span().empty());
-    std::vector<uint64_t> model(300);
-    std::iota(model.begin(), model.end(), 0);
-    std::shuffle(model.begin(), model.end(), random);
-    Deque<uint64_t> d;
-    BTree<uint64_t, uint32_t, std::less<>, std::equal_to<>> map;
-    BTree<uint64_t, void, std::less<>, std::equal_to<>> set;
-    for (uint64_t x : model) {
-        EXPECT_TRUE(v.push_back(x) && d.push_back(x) && map.insert(x, uint32_t(x + 1)) && !map.insert(x, 0));
-        EXPECT_TRUE(set.insert(x) && !set.insert(x) && set.raw()->root->leaf == (set.size() <= 16));
-    }
-    EXPECT_TRUE(std::equal(model.begin(), model.end(), v.begin(), v.end()));
-    size_t i = 0;
-    for (uint64_t x : d) EXPECT_EQ(x, model[i++]);
-    v.sort([](uint64_t a, uint64_t b) { return a < b ? -1 : a > b; });
-    for (auto [key, value] : map) EXPECT_TRUE(key == v[v.size() - i--] && value == key + 1);
-    for (uint64_t key : set) EXPECT_EQ(key, i++);
-    EXPECT_EQ(i, 300U);
-    EXPECT_TRUE(map.insert(7, 70, Existing::replace) && *map.find(7) == 70 && map.remove(7) &&
-                !map.contains(7));
-
-    EXPECT_TRUE(d.insert(1, *d.at(250)) && d[1] == model[250] && d.remove(1) && !d.remove(300) &&
-                d[1] == model[1]);
-    auto taken = Deque<uint64_t>::adopt(d.release());
-    EXPECT_TRUE(d.empty() && taken.size() == 300 && d.push_front(1) && d.size() == 1);
-    d = std::move(taken);
-    EXPECT_EQ(*d.front(), model[0]);
-    EXPECT_TRUE(v.append(v.span()) && v.size() == 600 && v[599] == 299 && v.remove(0) && v[0] == 1);
 }
 
 }  // namespace

@@ -153,30 +153,7 @@ TEST_F(Directory, OrdersFollowModel) {
     }
 }
 
-TEST_F(Directory, RecordsAreThoseOfLstat) {
-    make("file", 12345, {1600000000, 123456789});
-    fs::create_directory_symlink(".", dir / "link");
-    fs::create_hard_link(dir / "file", dir / "other");
-    mkfifo((dir / "fifo").c_str(), 0600);
-
-    const auto records = Deque<gn_dirent>::adopt(gn_readdir(dir.c_str(), 1, false, true));
-    ASSERT_EQ(records.size(), 6U);
-    for (const gn_dirent& record : records) {
-        struct statx st;
-        ASSERT_EQ(statx(AT_FDCWD, (dir / record.name).c_str(), AT_SYMLINK_NOFOLLOW, STATX_ALL, &st), 0);
-        struct stat plain;
-        ASSERT_EQ(lstat((dir / record.name).c_str(), &plain), 0);
-        gn_dirent expected;
-        gn_stat_to_gn_dirent(&plain, record.name, &expected);
-        expected.btime = {time_t(st.stx_btime.tv_sec), long(st.stx_btime.tv_nsec)};
-        // Field by field, as padding may differ.
-        auto fields = [](const gn_dirent& r) {
-            return std::make_tuple(r.dev, r.ino, r.mode, r.nlink, r.uid, r.gid, r.rdev, r.size, r.blksize,
-                                   r.blocks, r.mtime.tv_sec, r.mtime.tv_nsec, r.ctime.tv_sec, r.ctime.tv_nsec,
-                                   r.btime.tv_sec, r.btime.tv_nsec, std::string(r.name));
-        };
-        EXPECT_EQ(fields(record), fields(expected)) << record.name;
-    }
+TEST_F(Directory, RecordsHoldWhatFits) {
     struct stat plain {};
     plain.st_uid = 0xFFFFFFFE;
     gn_dirent record;
@@ -197,11 +174,7 @@ TEST_F(Directory, WhatCannotBeRead) {
         {dir, -1, EINVAL},
         {dir, 4, EINVAL},
         {dir / "file", 1, ENOTDIR},
-        {dir / "missing", 0, ENOENT},
-        {"", 0, ENOENT},
         {std::string(5000, 'x'), 0, ENAMETOOLONG},
-        {dir / "file/x", 0, ENOTDIR},
-        {dir / "file/", 1, ENOTDIR},
     };
     for (const auto& [path, sort, error] : failures) {
         errno = 0;
@@ -211,20 +184,14 @@ TEST_F(Directory, WhatCannotBeRead) {
     EXPECT_FALSE(open_directory((dir / "link").c_str(), platform::Links::keep).valid());
     EXPECT_TRUE(open_directory((dir / "link").c_str()).valid());
 
-    DirectoryListing listing;
-    const UniqueFd file(open((dir / "file").c_str(), O_RDONLY | O_CLOEXEC));
-    EXPECT_FALSE(listing.read(file.get(), EntryOrder::name, false, false));
-    EXPECT_EQ(errno, ENOTDIR);
-
     // An empty directory, also one that is removed while it is open, is no failure.
+    DirectoryListing listing;
     UniqueFd empty = open_directory((dir / "empty").c_str());
     for (bool removed : {false, true}) {
         if (removed) fs::remove(dir / "empty");
         EXPECT_TRUE(listing.read(empty.get(), EntryOrder::date, true, false));
         EXPECT_TRUE(listing.empty());
     }
-    EXPECT_EQ(names_of(gn_readdir(dir.c_str(), 1, false, false)), (std::vector<std::string>{"file", "link"}));
-
     // Entries that cannot be examined are left out: who may only read the directory sees none.
     chmod(dir.c_str(), 0444);
     ASSERT_EQ(seteuid(getuid() == 0 ? 65534 : getuid()), 0);
@@ -285,9 +252,7 @@ TEST_F(Directory, DeepPathsAreOpened) {
         int error;
     } failures[] = {{path + "/missing", ENOENT},
                     {path + "/bottom", ENOTDIR},
-                    {path + "/bottom/", ENOTDIR},
-                    {path + '/' + std::string(5000, 'x'), ENAMETOOLONG},
-                    {"missing/" + relative, ENOENT}};
+                    {path + '/' + std::string(5000, 'x'), ENAMETOOLONG}};
     for (const auto& failure : failures) {
         EXPECT_FALSE(open_directory(failure.path.c_str()).valid());
         EXPECT_EQ(errno, failure.error);

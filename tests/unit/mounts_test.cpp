@@ -82,13 +82,6 @@ TEST_F(Mounts, ListIsSortedAndComplete) {
             mount_tmpfs(name);
             made.push_back(path(name));
         }
-        // Enough to fill several blocks of the list.
-        for (int i = 0; i < 600; i++) {
-            const std::string name = "b/" + std::to_string(i * 7919 % 600);
-            std::filesystem::create_directory(name);
-            mount_tmpfs(name);
-            made.push_back(path(name));
-        }
         std::sort(made.begin(), made.end());
 
         deque* list = gn_mntlist();
@@ -194,8 +187,6 @@ TEST_F(Mounts, HolderIsFoundWithAndWithoutStatx) {
             EXPECT_NE(low.id, high.id);
             EXPECT_EQ(below.blocks, 0U);
 
-            EXPECT_EQ(statfsmnt(".", &low, name, path("low").size()), nullptr);
-            EXPECT_EQ(errno, ENAMETOOLONG);
         });
     }
 }
@@ -215,12 +206,6 @@ TEST_F(Mounts, ChangedRootAndDetachedMounts) {
         EXPECT_EQ(holder("in"), "/in");
         EXPECT_EQ(holder("."), "/");
         EXPECT_EQ(holder("proc/.."), "/");
-        FileSystem record;
-        char name[8];
-        ASSERT_NE(statfsmnt("/", &record, name, sizeof name), nullptr);
-        EXPECT_STREQ(record.device_name, "none");
-        EXPECT_NE(record.blocks, 0U);
-
         // A detached mount is nowhere.
         ASSERT_EQ(fchdir(gone), 0);
         EXPECT_EQ(holder("."), strerror(ENOENT));

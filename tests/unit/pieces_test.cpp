@@ -37,37 +37,6 @@ std::string draw_text(std::mt19937& draw) {
 
 constexpr int rounds = 500;
 
-TEST(Pieces, PassesForwardLikeTheRule) {
-    std::mt19937 draw(1);
-    for (int round = 0; round < rounds; round++) {
-        const std::string text = draw_text(draw);
-        const std::vector<size_t> ends = ends_of_pieces(text);
-        const uint64_t wanted = draw() % 3 == 0 ? 100000 : draw() % (ends.size() + 2);
-
-        pieces::Forward forward;
-        uint64_t left = wanted;
-        size_t place = 0, step = 0;
-        for (; place < text.size() && left > 0; place += step) {
-            const size_t size =
-                std::min<size_t>(text.size() - place, 1 + draw() % (draw() % 2 == 0 ? 50 : 20000));
-            const char* part = text.data() + place;
-            step = static_cast<size_t>(forward.pass(part, part + size, &left) - part);
-            ASSERT_TRUE(left == 0 || step == size) << round;
-        }
-        const bool unfinished = !text.empty() && text.back() != '\n' &&
-                                ends.back() - (ends.size() > 1 ? ends[ends.size() - 2] : 0) != 2046;
-        const size_t finished = ends.size() - (unfinished ? 1 : 0);
-        ASSERT_EQ(wanted - left, std::min<uint64_t>(wanted, finished)) << round;
-        if (left > 0) {
-            ASSERT_EQ(place, text.size()) << round;
-            ASSERT_EQ(forward.open() != 0, unfinished) << round;
-        } else {
-            ASSERT_EQ(place, wanted == 0 ? 0 : ends[wanted - 1]) << round;
-            ASSERT_EQ(forward.open(), 0U) << round;
-        }
-    }
-}
-
 TEST(Pieces, FindsTheLastOnesLikeTheRule) {
     std::mt19937 draw(1);
     for (int round = 0; round < rounds; round++) {

@@ -5,13 +5,11 @@
 #include <cerrno>
 #include <filesystem>
 #include <fstream>
-#include <map>
 #include <random>
 #include <string>
 #include <vector>
 
 #include <fcntl.h>
-#include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -70,37 +68,6 @@ TEST(PathStack, FollowsJoinpath) {
     }
 }
 
-// Removes a deep tree as it is left, so that every directory must be the right one then.
-TEST_F(Tree, DeepWithFewDescriptors) {
-    constexpr int depth = 3000;
-    make_chain("deep", depth);
-    rlimit old;
-    getrlimit(RLIMIT_NOFILE, &old);
-    const rlimit few{32, old.rlim_max};
-    setrlimit(RLIMIT_NOFILE, &few);
-
-    TreeWalk walk;
-    ASSERT_TRUE(walk.enter(WalkEntry::operand(dir.c_str()), Links::keep));
-    int files = 0, left = 0;
-    while (walk.depth() > 0) {
-        WalkEntry entry;
-        if (!walk.next(&entry)) {
-            entry = walk.leave();
-            ASSERT_EQ(unlinkat(entry.dir, entry.name, AT_REMOVEDIR), 0) << entry.path << strerror(errno);
-            left++;
-        } else if (S_ISDIR(entry.status->mode)) {
-            ASSERT_TRUE(walk.enter(entry, Links::keep)) << strerror(errno);
-        } else {
-            ASSERT_EQ(unlinkat(entry.dir, entry.name, 0), 0);
-            files++;
-        }
-    }
-    setrlimit(RLIMIT_NOFILE, &old);
-    EXPECT_EQ(files, depth);
-    EXPECT_EQ(left, depth + 1);
-    EXPECT_FALSE(fs::exists(dir));
-}
-
 // What is moved away with the walk in it is walked to its end, and so is what it was moved out of, unless
 // that was moved as well; a link in an old place is no way back.
 TEST_F(Tree, MovedWhileWalked) {
@@ -150,32 +117,6 @@ TEST_F(Tree, MovedWhileWalked) {
     }
 }
 
-// Names are bytes; one that begins with a separator of shown paths is still looked up in its directory.
-TEST_F(Tree, OddNames) {
-    for (const char* name : {"\\etc", "new\nline", "end\\", "\xff"}) {
-        fs::create_directory(dir / name);
-        make_file(std::string(name) + "/f");
-    }
-    std::map<std::string, std::string> shown;  // by the name of the directory that was entered
-    TreeWalk walk;
-    ASSERT_TRUE(walk.enter(WalkEntry::operand(dir.c_str()), Links::keep));
-    for (WalkEntry outer; walk.next(&outer);) {
-        ASSERT_TRUE(walk.enter(outer, Links::keep));
-        WalkEntry inner;
-        ASSERT_TRUE(walk.next(&inner));
-        shown[outer.name] = inner.path;
-        EXPECT_EQ(faccessat(inner.dir, inner.name, F_OK, 0), 0) << inner.path;
-        EXPECT_STREQ(walk.path(), outer.name[0] == '\\' ? outer.name : (dir / outer.name).c_str());
-        EXPECT_STREQ(walk.leave().name, outer.name);
-    }
-    EXPECT_STREQ(walk.path(), dir.c_str());
-    const std::map<std::string, std::string> expected = {{"\\etc", "\\etc/f"},
-                                                         {"new\nline", dir / "new\nline/f"},
-                                                         {"end\\", dir / "end\\f"},
-                                                         {"\xff", dir / "\xff/f"}};
-    EXPECT_EQ(shown, expected);
-}
-
 TEST_F(Tree, LinksAreEnteredOnRequestOnly) {
     fs::create_directories(dir / "a");
     make_file("a/f");
@@ -204,38 +145,6 @@ TEST_F(Tree, LinksAreEnteredOnRequestOnly) {
     ASSERT_TRUE(walk.next(&entry));
     EXPECT_FALSE(walk.enter(entry, Links::follow));
     EXPECT_TRUE(walk.at_end());
-}
-
-// The system gives up after 40 links in a path; so does a walk, also where the path is too long to be asked
-// for.
-TEST_F(Tree, LoopsEnd) {
-    for (size_t length : {1, 250}) {
-        const fs::path link = dir / std::string(length, 'l');
-        fs::create_directory_symlink("../" + dir.filename().string(), link);
-        struct stat status;
-        TreeWalk walk;
-        ASSERT_TRUE(walk.enter(WalkEntry::operand(dir.c_str()), Links::keep));
-        WalkEntry entry;
-        for (int links = 0; links < 40; links++) {
-            ASSERT_TRUE(walk.next(&entry) && walk.examine(entry.name, &status));
-            ASSERT_TRUE(walk.enter(entry, Links::follow)) << links;
-        }
-        ASSERT_TRUE(walk.next(&entry));
-        EXPECT_TRUE(walk.examine(".", &status));
-        EXPECT_FALSE(walk.enter(entry, Links::follow));
-        EXPECT_EQ(errno, ELOOP);
-        if (length == 1) {
-            EXPECT_FALSE(walk.examine(entry.name, &status));
-            EXPECT_EQ(errno, ELOOP);
-        }
-        // Leaving a link leads to the directory that holds it.
-        while (walk.depth() > 1) {
-            entry = walk.leave();
-            EXPECT_EQ(entry.name, link.filename());
-            EXPECT_EQ(faccessat(entry.dir, entry.name, F_OK, AT_SYMLINK_NOFOLLOW), 0);
-        }
-        fs::remove(link);
-    }
 }
 
 // A directory that may be read but not searched holds nothing that can be examined, whatever it says of
