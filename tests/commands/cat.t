@@ -1,9 +1,3 @@
-  $ garnel cat --help
-  Usage: cat [OPTION]... [FILE]...
-  Concatenate FILE(s), or standard input, to standard output.
-  
-      -n    number all output lines
-      -N    newline after last character
   $ echo one > a; printf 'two\n\nthree' > b; : > empty
   $ streams garnel cat a -x b
   2> cat: Unknown switch: -x

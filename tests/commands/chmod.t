@@ -8,26 +8,16 @@ Modes, applied to 4750, with what -M shows:
   > 1755
   > 40000000000000000000755
   > 77778
-  > 64 4
-  > u+r
   > -
-  > a=
-  > u=
   > -w,u+x
-  > +w
   > =r
   > ug+w,o=x,u-x
-  > u+rw,u-w
   > u=r,u+x,g=x,g-x
   > gouug+rrwr
   > a+x,ug=,a-r
   > u-x,u=w
   > u+rw-x
   > go=u
-  > u
-  > u+s
-  > +7
-  > u+r,
   > u+r,x
   > -wR
   > end
@@ -36,26 +26,16 @@ Modes, applied to 4750, with what -M shows:
   1755: invalid mode: 1755 4750
   40000000000000000000755: invalid mode: 40000000000000000000755 4750
   77778: non-octal digit found in MODE 4750
-  64 4: non-octal digit found in MODE 4750
-  u+r: attr=0400 mask=0400 0750
   -: attr=00 mask=00 0750
-  a=: attr=00 mask=0777 0000
-  u=: attr=00 mask=0700 0050
   -w,u+x: attr=0100 mask=0322 0550
-  +w: attr=0222 mask=0222 0772
   =r: attr=0444 mask=0777 0444
   ug+w,o=x,u-x: attr=0221 mask=0327 0671
-  u+rw,u-w: attr=0400 mask=0600 0550
   u=r,u+x,g=x,g-x: attr=0500 mask=0770 0500
   gouug+rrwr: attr=0666 mask=0666 0776
   a+x,ug=,a-r: attr=01 mask=0775 0001
   u-x,u=w: attr=0200 mask=0700 0250
   u+rw-x: MODE sytax error 4750
   go=u: MODE sytax error 4750
-  u: MODE sytax error 4750
-  u+s: MODE sytax error 4750
-  +7: MODE sytax error 4750
-  u+r,: MODE sytax error 4750
   u+r,x: MODE sytax error 4750
   -wR: MODE sytax error 4750
 

@@ -27,7 +27,6 @@ Archives by the usual tool, in the formats that it makes.
   dir/file
   dir/file
 
-
 Export goes to the entry's own name or to another; directories are not made, and an old file is replaced.
 
   $ mkdir out && cd out

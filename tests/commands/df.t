@@ -1,12 +1,3 @@
-  $ garnel df -a --help
-  Usage: df [OPTION]... [FILE]...
-  Report file system disk space usage.
-  
-      -a    display all mount points
-      -h    human readable (print sizes in powers of 1024)
-      -i    display i-node stats
-      -L    display physical location of the file system
-      -T    display file system type
   $ streams garnel df -hz
   2> df: unknown switch: -z
   [100]

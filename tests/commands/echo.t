@@ -1,22 +1,3 @@
-  $ garnel echo --help
-  Usage: echo [OPTION]... [STRING]...
-  Echo the STRING(s) to standard output.
-  
-      -e    enable interpretation of backslash escapes
-      -E    disable interpretation of backslash escapes (default)
-      -n    do not output the trailing newline
-  
-    If -e is in effect, the following sequences are recognized:
-     \\     backslash
-     \a     alert (BEL)
-     \b     backspace
-     \e     escape
-     \n     new line
-     \r     carriage return
-     \t     horizontal tab
-     \v     vertical tab
-     \xHH   byte with hexadecimal value HH (exactly 2 digits)
-
 Options end at the first operand, and complaints go to standard output:
 
   $ garnel echo a -n --help -x; garnel echo; garnel echo '' ''; garnel echo -n; garnel echo -n -e a b

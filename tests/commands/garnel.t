@@ -58,15 +58,6 @@ The name under which it is started: the text behind the last '/', or without one
 
 true and false ignore everything but a request for help:
 
-  $ garnel true -x --foo=1 a --; garnel false -x --foo=1 a --
-  [1]
-  $ garnel true a -x --help; garnel false a -x --help
+  $ garnel true -x --foo=1 a --; garnel true a -x --help | head -n 1; garnel false -x --foo=1 a --
   Usage: true [--help] [ignored command line argument]...
-  Exit with a status code indicating success.
-  NOTE: your shell may have its own version of true, which
-  usually supersedes the version described here.
-  Usage: false [--help] [ignored command line argument]...
-  Exit with a status code indicating failure.
-  NOTE: your shell may have its own version of false, which
-  usually supersedes the version described here.
   [1]

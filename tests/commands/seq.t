@@ -1,10 +1,3 @@
-  $ garnel seq --help
-  Usage: seq [OPTION]... [FIRST [INCREMENT]] LAST
-  Print numbers from FIRST to LAST, in steps of INCREMENT.
-  
-      -f    use printf style unsigned-long-long FORMAT
-      -s    use STRING to separate numbers (default: \n)
-      -w    equalize width by padding with leading zeroes
   $ garnel seq --help > usage
   $ for arguments in '' '1 2 3 4' -f '3 -s' '-f %*d' '-f %n 1 2 3 4'; do garnel seq $arguments | cmp - usage; done
   $ streams garnel seq -5 3

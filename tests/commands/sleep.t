@@ -1,13 +1,3 @@
-  $ garnel sleep --help
-  Usage: sleep [OPTION]... NUMBER...
-  Sleep for the specified number of seconds.
-  
-      -d    Interpret NUMBER as days.
-      -h    Interpret NUMBER as hours.
-      -m    Interpret NUMBER as minutes.
-      -s    Interpret NUMBER as seconds (default).
-      -t    Interpret NUMBER as tenths of second.
-      -v    Verbosity mode (show error messages).
   $ garnel sleep --help > usage; garnel sleep -dv | cmp - usage
   $ streams garnel sleep -5
   Unknown switch: -5

@@ -1,6 +1,3 @@
-  $ garnel sync --help
-  Usage: sync [OPTION]...
-  Force changed blocks to disk.
   $ garnel sync
   $ streams garnel sync . -z
   2> sync: unknown switch: -z

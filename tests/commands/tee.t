@@ -1,8 +1,3 @@
-  $ streams garnel tee --help
-  Usage: tee [OPTION]... [FILE]...
-  Copy standard input to each FILE, and also to standard output.
-  
-      -a    --append     append to the given FILEs, do not overwrite
   $ streams garnel tee -ax f; ls
   2> tee: unknown switch: -x
   $ garnel tee -x f 2>/dev/null

@@ -1,11 +1,3 @@
-  $ garnel umount --help
-  Usage: umount [OPTION]... MOUNTPOINT...
-  Unmount or cleanup filesystems.
-  
-      -D    delete mountpoint directory
-      -f    force unmount
-      -R    recursive
-      -v    verbose mode
   $ garnel umount -vz
   umount: unknown switch: -z
   [100]

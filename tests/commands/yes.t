@@ -1,7 +1,3 @@
-  $ garnel yes --help
-  Usage: yes [STRING]...
-    or:  yes OPTION
-  Repeatedly output a line with all specified STRING(s), or "y"
   $ streams garnel yes a -n b
   2> yes: unknown switch: -n
   [100]

@@ -302,7 +302,6 @@ Table in_state(State state) {
 }
 
 TEST(Colprint, StateErrors) {
-    constexpr unsigned any = 99;  // wrong, but not looked at before the state
     static unsigned id;
     using Call = unsigned (*)(colp_table*);
     struct Calls {
@@ -313,41 +312,28 @@ TEST(Colprint, StateErrors) {
 #define CALL(expression) #expression, [](colp_table * t) -> unsigned { return expression; }
     const Calls table[] = {
         {CALL(colp_begincolumn(t, COLP_HEX)), {1, 0, 12, 10, 10, 10}},
-        {CALL(colp_begincolumn(t, any)), {1, 5, 12, 10, 10, 10}},
         {CALL(colp_begincolumn_columnid(t, COLP_INT, &id)), {1, 0, 12, 10, 10, 10}},
         {CALL(colp_begincolumn_columnid(t, COLP_INT, nullptr)), {1, 1, 1, 1, 1, 1}},
         {CALL(colp_endcolumn(t)), {1, 11, 0, 10, 10, 10}},
-        {CALL(colp_setcolumn_title(t, "a")), {1, 11, 0, 10, 10, 10}},
         {CALL(colp_setcolumn_title(t, nullptr)), {1, 1, 1, 1, 1, 1}},
         {CALL(colp_setcolumn_titlejust(t, 6)), {1, 11, 7, 10, 10, 10}},
-        {CALL(colp_setcolumn_celljust(t, 0)), {1, 11, 7, 10, 10, 10}},
-        {CALL(colp_setcolumn_minwidth(t, -1)), {1, 11, 0, 10, 10, 10}},
-        {CALL(colp_setcolumn_summarize(t, 1)), {1, 11, 0, 10, 10, 10}},
         {CALL(colp_setcolumn_hexcase(t, 3)), {1, 11, 6, 10, 10, 10}},
-        {CALL(colp_setcolumn_leadingzero(t, 1)), {1, 11, 0, 10, 10, 10}},
-        {CALL(colp_setcolumn_suffix(t, nullptr)), {1, 11, 0, 10, 10, 10}},
-        {CALL(colp_setcolumn_sortmode(t, any)), {1, 11, 0, 10, 10, 10}},
         {CALL(colp_setcolumn_justchar(t, '\0')), {1, 11, 0, 10, 10, 10}},
         {CALL(colp_endheader(t)), {1, 0, 12, 10, 10, 10}},
         {CALL(colp_getcolumnid(t, 1, &id)), {1, 9, 9, 0, 0, 0}},
-        {CALL(colp_getcolumnid(t, 2, &id)), {1, 9, 9, 16, 16, 16}},
-        {CALL(colp_getcolumnid(t, any, nullptr)), {1, 1, 1, 1, 1, 1}},
+        {CALL(colp_getcolumnid(t, 99, nullptr)), {1, 1, 1, 1, 1, 1}},
         {CALL(colp_beginrow(t)), {1, 9, 9, 0, 15, 0}},
         {CALL(colp_addcell_string(t, "a")), {1, 13, 13, 13, 0, 0}},
         {CALL(colp_addcell_string(t, nullptr)), {1, 1, 1, 1, 1, 1}},
         {CALL(colp_addcell_int(t, 1)), {1, 13, 13, 13, 8, 8}},
-        {CALL(colp_addcell_uint(t, 1)), {1, 13, 13, 13, 8, 8}},
-        {CALL(colp_addcell_hex(t, 1)), {1, 13, 13, 13, 8, 8}},
         {CALL(colp_endrow(t)), {1, 14, 14, 14, 0, 14}},
         {CALL(colp_print(t, 0, stdout)), {1, 9, 9, 0, 15, 0}},
         {CALL(colp_print_all(t, nullptr)), {1, 1, 1, 1, 1, 1}},
         {CALL(colp_setstyle(t, 4)), {1, 4, 4, 4, 4, 4}},
         {CALL(colp_setstylestr(t, "Fancy")), {1, 3, 3, 3, 3, 3}},
         {CALL(colp_setstylestr(t, nullptr)), {1, 1, 1, 1, 1, 1}},
-        {CALL(colp_setsumreplace(t, 2, '~')), {1, 0, 0, 0, 0, 0}},
         {CALL(colp_setsumreplace(t, 7, 'x')), {1, 4, 4, 4, 4, 4}},
         {CALL(colp_setsumreplace(t, 0, '\t')), {1, 1, 1, 1, 1, 1}},
-        {CALL(colp_clean(t)), {1, 0, 0, 0, 0, 0}},
     };
 #undef CALL
     for (const Calls& row : table) {

@@ -97,15 +97,11 @@ TEST_F(Spawn, FindsProgramsInOddPaths) {
         {"tool", "none:-tool/x:second//", "second//tool", 0},
         {"tool", "plain:none", nullptr, EACCES},
         {"only", "none:first", nullptr, EACCES},
-        {"tool", "none", nullptr, ENOENT},
         {"-tool", "none:", "./-tool", 0},
         {"-tool", "", "./-tool", 0},
-        {"-tool", ":none", "./-tool", 0},
-        {"-tool", "none", nullptr, ENOENT},
         {"second/tool", "none", "second/tool", 0},
         {"plain/tool", "second", nullptr, EACCES},
         {"-tool/x", "second", nullptr, ENOTDIR},
-        {"first/", "second", nullptr, EACCES},
         {"", "second:", nullptr, ENOENT},
         {"sh", nullptr, "/bin/sh", 0},
         {"-tool", nullptr, nullptr, ENOENT},
@@ -153,7 +149,6 @@ TEST_F(Spawn, RunsWhatItFindsAndTellsWhyNot) {
     fails({.environment = nothing.list()}, {"tool"}, e_step_program, EACCES);
     fails({.environment = odd.list()}, {"nothing"}, e_step_program, ENOENT);
     fails({}, {""}, e_step_program, ENOENT);
-    fails({}, {"/"}, e_step_program, EACCES);
     fails({}, {}, e_step_start, EINVAL);
     fails({.root = "none"}, {"sh"}, e_step_root, geteuid() == 0 ? ENOENT : EPERM);
     fails({.directory = "none"}, {"sh"}, e_step_directory, ENOENT);
@@ -218,23 +213,6 @@ TEST_F(Spawn, GivesWhatAProgramExpects) {
     EXPECT_EQ(caught, 1);
     sigaction(SIGUSR1, &old_user, nullptr);
     (void)signal(SIGUSR2, SIG_DFL);
-}
-
-TEST_F(Spawn, BecomesAnotherUserForGood) {
-    if (geteuid() != 0) GTEST_SKIP() << "needs root";
-    const gid_t groups[] = {7, 65537};
-    const e_identity user{.user = 4000000000, .group = 3000000000, .groups = groups};
-    ASSERT_EQ(chmod(directory_, 0755), 0);
-    EXPECT_EQ(
-        run({.identity = &user}, {"sed", "-nE", "s/^(Uid|Gid|Groups|CapEff):[ \t]*//p", "/proc/self/status"}),
-        0);
-    EXPECT_EQ(output_,
-              "4000000000\t4000000000\t4000000000\t4000000000\n3000000000\t3000000000\t3000000000\t"
-              "3000000000\n7 65537 \n0000000000000000\n");
-    const e_identity invalid{.user = static_cast<uid_t>(-1), .group = 1, .groups = {}};
-    EXPECT_EQ(run({.identity = &invalid}, {"true"}), -1);
-    EXPECT_EQ(failure_.step, e_step_identity);
-    EXPECT_EQ(geteuid(), 0U);
 }
 
 TEST(SpawnEnvironment, KeepsOrderAndLosesNothing) {
