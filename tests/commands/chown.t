@@ -8,40 +8,27 @@ Needs: f=$(mktemp) && chown 65534:65534 $f && rm $f && unshare -m true
   > done <<'end'
   > daemon:bin
   > nobody:nogroup
-  > 65534:65534
   > bin:
   > :bin
   > :
-  > 2:3
   > 
   > 12345
-  > 0x0
-  > nobodyy
   > bin:none
-  > none:none
   > :-1
-  > bin:bin:bin
   > end
   1:2 daemon:bin 
   65534:65534 nobody:nogroup 
-  65534:65534 65534:65534 
   2:1 bin: 
   1:2 :bin 
   1:1 : 
-  2:3 2:3 
   1:1  2> chown: invalid owner: ''
   1:1 12345 2> chown: invalid owner: '12345'
-  1:1 0x0 2> chown: invalid owner: '0x0'
-  1:1 nobodyy 2> chown: invalid owner: 'nobodyy'
   1:1 bin:none 2> chown: invalid group: 'none'
-  1:1 none:none 2> chown: invalid owner: 'none'
   1:1 :-1 2> chown: invalid group: '-1'
-  1:1 bin:bin:bin 2> chown: invalid group: 'bin:bin'
 
-  $ for group in 3 '' :bin 4294967295 18446744073709551616; do streams garnel chgrp "$group" f; done; show f
+  $ for group in 3 '' :bin 18446744073709551616; do streams garnel chgrp "$group" f; done; show f
   2> chown: invalid group: ''
   2> chown: invalid group: ':bin'
-  2> chown: invalid group: '4294967295'
   2> chown: invalid group: '18446744073709551616'
   1:3 f
 

@@ -54,7 +54,7 @@ Packets show each write, dashes and dots what was read and written:
   > END
   $ head -c 1500 /dev/zero >z; stat -c %s in
   2894
-  $ for blocks in bs=512 'ibs=1024 obs=512' 'ibs=512 obs=1024' 'ibs=1000 obs=300' 'ibs=300 obs=1000' 'ibs=70 obs=1500'; do
+  $ for blocks in bs=512 'ibs=1024 obs=512' 'ibs=1000 obs=300' 'ibs=300 obs=1000' 'ibs=70 obs=1500'; do
   >   for count in 9999 2; do python3 packets if=z $blocks count=$count status=dnd 2>&1; done
   > done
   -.-.-.
@@ -65,10 +65,6 @@ Packets show each write, dashes and dots what was read and written:
   1024 476 
   -..-..
   1024 476 
-  --.-.
-  1024 476 
-  --.
-  1024 
   -...-..
   300 300 300 300 300 
   -...-..

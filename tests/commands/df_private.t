@@ -29,7 +29,7 @@ Names and sources may hold anything, or nothing:
   > mount -t tmpfs -o size=1m "" a; mkdir "$odd" "$odd/in"
   > mount -t tmpfs -o size=2m "s p\\c${nl}e" "$odd"; mkdir "$odd/in"
   > mount -t tmpfs -o size=3m 12345678901 "$odd/in"
-  > garnel df "$odd/in/." "$odd" a; garnel df | tail -n 6
+  > garnel df "$odd/in/." "$odd" a
   > garnel umount -R -v a | grep -c " from vfs$"; cat /proc/self/mountinfo | grep -c "$PWD" || true'
   Filesystem        1K-blocks         Used        Avail Use% Mounted on
   -12345678901/          3072            0         3072   0% PWD/a/tab\tblank\\040 back\\slash (esc)
@@ -38,12 +38,6 @@ Names and sources may hold anything, or nothing:
   e/0             2048            0         2048   0% PWD/a/tab\tblank\\040 back\\slash (esc)
   line#end
   -/0                    1024            0         1024   0% PWD/a
-  -/0                    1024            0         1024   0% PWD/a
-  -s p\c
-  e/0             2048            0         2048   0% PWD/a/tab\tblank\\040 back\\slash (esc)
-  line#end
-  -12345678901/          3072            0         3072   0% PWD/a/tab\tblank\\040 back\\slash (esc)
-  line#end/in
   6
   0
 

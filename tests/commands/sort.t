@@ -112,5 +112,5 @@ Nothing is left behind, however it ends, and everything comes in order whatever 
 
 The model, which does all this step by step:
 
-  $ python3 -B "$TESTS/models/sort_differential.py" 150
+  $ python3 -B "$TESTS/models/sort.py" 150
   150 comparisons with seed 1 agree

@@ -115,12 +115,6 @@ Operands are separated by an empty line, also where one fails. Names are bytes.
   2> stat: file/x: Not a directory
   2> stat: : No such file or directory
 
-  $ streams garnel stat
-  2> stat: missing operand
-  [1]
-  $ streams garnel stat -Lx file
-  2> stat: unknown switch: -x
-  [100]
   $ garnel stat file 2>&1 >/dev/full
   stat: write error: No space left on device
   [1]

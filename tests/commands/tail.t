@@ -16,10 +16,6 @@ a value that is none shows the usage.
   3
   
   c (no-eol)
-  $ tail -n 0 three empty
-  ==> three <==
-  
-  ==> empty <==
   $ for words in '-n 5m three' 'three -c' -n; do garnel tail $words >usage; echo "$? $(garnel head -n 1 usage)"; done
   0 Usage: tail [OPTION]... [FILE]...
   0 Usage: tail [OPTION]... [FILE]...
@@ -45,29 +41,17 @@ that is empty. That is so also in long files, which are not read from the beginn
   4
   2
 
-Headers, for two files or with -v; the last of -q and -v decides. Without them, too, an empty line stands between
-two files, also behind a file that failed.
+Files that fail, or need another way. What stands between files is the same as with head.
 
-  $ tail -n 1 three cut; echo
+  $ streams garnel tail -n 1 none . three cut
+  
   ==> three <==
   3
   
   ==> cut <==
-  c
-  $ tail -n 1 -qv <three
-  ==> - <==
-  3
-  $ streams garnel tail -n 1 none . three; echo "status $?"
-  
-  ==> three <==
-  3
-  2> tail: none: No such file or directory
+  c2> tail: none: No such file or directory
   2> tail: .: Not a file
-  status 1
-A file that cannot be opened is passed over without a word, and FIFOs and devices are read.
-
-  $ setsid -w garnel tail /dev/tty; echo "status $?"
-  status 0
+  [1]
   $ mkfifo pipe && (cat three >pipe &) && tail -n 2 pipe
   2
   3

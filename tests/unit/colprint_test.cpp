@@ -190,20 +190,9 @@ TEST(Colprint, JustifiesNumbers) {
     };
     EXPECT_EQ(table(COLP_STYLE_FANCY, COLP_JUST_LEFT, "k"),
               "12     k|12     k|12   |0x00000ffk|0x00000FFk|12     k\n");
-    EXPECT_EQ(table(COLP_STYLE_SIMPLE, COLP_JUST_RIGHT, "k"),
-              "     12k      12k    12 0x00000ffk 0x00000FFk      12k\n");
     EXPECT_EQ(table(COLP_STYLE_SIMPLE, COLP_JUST_CENTER, "k"),
               "  12k      12k     12   0x00000ffk 0x00000FFk   12k\n");
     EXPECT_EQ(table(COLP_STYLE_RAW, COLP_JUST_LEFT, "k"), "12k 12k 12 0xffk 0xFFk 12k\n");
-
-    // Without zeros a hexadecimal number is padded like a text: its suffix stays with it.
-    EXPECT_EQ(print(make(COLP_STYLE_FANCY,
-                         {column(COLP_HEX, COLP_JUST_LEFT, {.suffix = "h", .width = 7}),
-                          column(COLP_HEX, COLP_JUST_RIGHT, {.width = 6, .hex_case = COLP_CASE_UPPER}),
-                          column(COLP_HEX, COLP_JUST_LEFT, {.width = 6})},
-                         {{171, 171, 171}}),
-                    COLP_PRINT_ROWS),
-              "0xabh  |  0xAB|0xab\n");
 
     const uint64_t most = UINT64_MAX;
     const uint64_t least = uint64_t{1} << 63;
@@ -397,7 +386,6 @@ TEST(Colprint, ComparesCells) {
     EXPECT_EQ(orders(), "<=><==>==>==");
     const colp_column unknown{};
     EXPECT_EQ(colp_get_cell_cmp__(&unknown), nullptr);
-
 }
 
 }  // namespace

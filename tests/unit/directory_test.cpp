@@ -13,17 +13,14 @@
 #include <vector>
 
 #include <fcntl.h>
-#include <linux/filter.h>
-#include <linux/seccomp.h>
-#include <sys/prctl.h>
 #include <sys/stat.h>
-#include <sys/syscall.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include "common/directory.h"
 #include "lib/containers/btree.h"
 #include "lib/containers/container_deque.h"
+#include "tests/unit/system_calls.h"
 
 namespace {
 
@@ -202,28 +199,6 @@ TEST_F(Directory, WhatCannotBeRead) {
     EXPECT_TRUE(names_of(seen).empty());
 }
 
-TEST_F(Directory, ListingsAreUsedAgainAndMoved) {
-    for (int i = 0; i < 3000; i++) make("entry" + std::to_string(i));
-    fs::create_directory(dir / "small");
-    std::ofstream(dir / "small/one");
-    const UniqueFd large = open_directory(dir.c_str());
-    const UniqueFd small = open_directory(large.get(), "small", platform::Links::keep);
-
-    DirectoryListing listing;
-    ASSERT_TRUE(listing.read(large.get(), EntryOrder::name, false, false));
-    const std::vector<std::string> names = names_of(listing);
-    EXPECT_EQ(names.size(), 3001U);
-    DirectoryListing moved = std::move(listing);
-    EXPECT_EQ(names_of(moved), names);
-    for (const UniqueFd* fd : {&small, &large, &small, &large}) {
-        ASSERT_TRUE(moved.read(fd->get(), EntryOrder::name, false, false));
-        EXPECT_EQ(names_of(moved), fd == &small ? std::vector<std::string>{"one"} : names);
-    }
-    ASSERT_TRUE(listing.read(small.get(), EntryOrder::name, false, false));
-    moved = std::move(listing);
-    EXPECT_STREQ(moved[0].name, "one");
-}
-
 TEST_F(Directory, DeepPathsAreOpened) {
     const std::string component(200, 'd');
     const UniqueFd start(open(".", O_RDONLY | O_CLOEXEC));
@@ -258,19 +233,6 @@ TEST_F(Directory, DeepPathsAreOpened) {
         EXPECT_EQ(errno, failure.error);
     }
     ASSERT_EQ(fchdir(start.get()), 0);
-}
-
-// Makes statx fail as old kernels and some sandboxes do.
-bool refuse_statx(unsigned error) {
-    sock_filter rules[] = {
-        BPF_STMT(BPF_LD | BPF_W | BPF_ABS, offsetof(seccomp_data, nr)),
-        BPF_JUMP(BPF_JMP | BPF_JEQ | BPF_K, SYS_statx, 0, 1),
-        BPF_STMT(BPF_RET | BPF_K, SECCOMP_RET_ERRNO | error),
-        BPF_STMT(BPF_RET | BPF_K, SECCOMP_RET_ALLOW),
-    };
-    const sock_fprog program{std::size(rules), rules};
-    return prctl(PR_SET_NO_NEW_PRIVS, 1, 0, 0, 0) == 0 &&
-           prctl(PR_SET_SECCOMP, SECCOMP_MODE_FILTER, &program) == 0;
 }
 
 TEST_F(Directory, StatusWithoutStatx) {

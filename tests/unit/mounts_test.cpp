@@ -6,7 +6,6 @@
 
 #include <algorithm>
 #include <cerrno>
-#include <cstddef>
 #include <cstring>
 #include <filesystem>
 #include <set>
@@ -14,18 +13,15 @@
 #include <vector>
 
 #include <fcntl.h>
-#include <linux/filter.h>
-#include <linux/seccomp.h>
 #include <sched.h>
 #include <sys/mount.h>
-#include <sys/prctl.h>
 #include <sys/stat.h>
-#include <sys/syscall.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include "lib/containers/deque.h"
 #include "platform/mounts.h"
+#include "tests/unit/system_calls.h"
 
 namespace {
 
@@ -137,25 +133,11 @@ TEST_F(Mounts, IterationsStandAlone) {
     });
 }
 
-// Forbids statx, as an old kernel does. True on success.
-bool forbid_statx() {
-    sock_filter code[] = {
-        BPF_STMT(BPF_LD | BPF_W | BPF_ABS, offsetof(seccomp_data, nr)),
-        BPF_JUMP(BPF_JMP | BPF_JEQ | BPF_K, SYS_statx, 0, 1),
-        BPF_STMT(BPF_RET | BPF_K, SECCOMP_RET_ERRNO | ENOSYS),
-        BPF_STMT(BPF_RET | BPF_K, SECCOMP_RET_ALLOW),
-    };
-    const sock_fprog program{4, code};
-    return prctl(PR_SET_NO_NEW_PRIVS, 1, 0, 0, 0) == 0 &&
-           prctl(PR_SET_SECCOMP, SECCOMP_MODE_FILTER, &program) == 0 &&
-           syscall(SYS_statx, AT_FDCWD, "/", 0, 0, nullptr) == -1 && errno == ENOSYS;
-}
-
 TEST_F(Mounts, HolderIsFoundWithAndWithoutStatx) {
     for (const bool statx : {true, false}) {
         in_namespace([&] {
             if (!statx) {
-                ASSERT_TRUE(forbid_statx());
+                ASSERT_TRUE(refuse_statx(ENOSYS));
             }
             for (const char* name : {"low", "bound", "base"}) mkdir(name, 0755);
             mount_tmpfs("low", "low");

@@ -1,6 +1,15 @@
-"""How sort orders lines, step by step and without any cleverness: lines are inserted one by one into a list by
-a binary search, the list is a run when the memory budget is used up, and a merge looks at the head of every
-run for every line. What the command prints, and how it ends, must be the same."""
+"""sort.py COUNT [SEED]: garnel sort against a model on random inputs.
+
+The model orders lines step by step and without any cleverness: lines are inserted one by one into a list by a
+binary search, the list is a run when the memory budget is used up, and a merge looks at the head of every run
+for every line. What the command prints, and how it ends, must be the same."""
+
+import os
+import random
+import re
+import subprocess
+import sys
+import tempfile
 
 LINE_BUFFER = 2048
 TEMPORARY = "TEMPORARY"  # stands for the name of any temporary file
@@ -136,7 +145,7 @@ class Sort:
         return status
 
 
-def run(inputs, limit, blanks=False, fold=False, merge=False):
+def expected(inputs, limit, blanks=False, fold=False, merge=False):
     """inputs: (name, bytes) of each operand, or one input named "-" for standard input.
     Returns standard output, the messages and the status."""
     sort = Sort(limit, blanks, fold)
@@ -154,3 +163,89 @@ def run(inputs, limit, blanks=False, fold=False, merge=False):
         sort.make_run()
     status = sort.merge(status)
     return bytes(sort.out), sort.messages, status
+
+
+def random_line(draw):
+    kind = draw.random()
+    if kind < 0.03:
+        return bytes(draw.choices(b"xX", k=draw.choice((2045, 2046, 2047, 2048, 2049, 3000, 4094, 5000))))
+    any_byte = bytes(range(256)).replace(b"\n", b"")
+    letters = draw.choice((b"ab", b"aAbB", b"aA \t", b"aAzZ@[`{\xe1\xc1", b" a\r\v\0", any_byte))
+    longest = draw.choice((1, 2, 4, 8, 9, 17, 40))
+    return bytes(draw.choices(letters, k=draw.randint(0, longest)))
+
+
+def random_input(draw, order, count):
+    lines = [random_line(draw) for _ in range(count)]
+    if lines and draw.random() < 0.5:  # many equal ones
+        lines = draw.choices(lines[:10], k=len(lines))
+    if draw.random() < 0.3:
+        lines = sorted(lines, key=order, reverse=draw.random() < 0.1)
+    ends = draw.choice((b"\n", b"\n", b"\r\n"))
+    data = ends.join(lines)
+    return data + ends if draw.random() < 0.8 else data
+
+
+def compare(draw, directory, is_large):
+    blanks, fold, merge = (draw.random() < chance for chance in (0.4, 0.5, 0.3))
+    limit = draw.choice((0, 1, 9, 10, 20, 30, 100, 300, 1000, 3000, 5000, 20000, 1 << 20))
+    limit += draw.randint(0, limit)
+    if is_large:  # more lines, with equal ones, than are sorted at once
+        fold, merge, limit = True, False, 1 << 26
+
+    def order(line):
+        line = line.lstrip(BLANKS) if blanks else line
+        return line.upper() if fold else line
+
+    count = 1 if is_large else draw.choice((1, 1, 2, 3, 5, 17))
+    from_stdin = count == 1 and draw.random() < 0.5
+    sizes = (40000,) if is_large else (0, 1, 2, 3, 10, 50, 200)
+    names = ["-"] if from_stdin else [f"f{i}" for i in range(count)]
+    inputs = [(name, random_input(draw, order, draw.choice(sizes))) for name in names]
+    for name, data in inputs:
+        with open(os.path.join(directory, name), "wb") as file:
+            file.write(data)
+
+    words = ["garnel", "sort", "-S", str(limit)]
+    options = {"-b": blanks, "-f": fold, "-m": merge, "-r": draw.random() < 0.1}
+    words += [word for word, wanted in options.items() if wanted]
+    to_file = draw.random() < 0.2
+    words += ["-o", "out"] if to_file else []
+    words += [] if from_stdin else [name for name, _ in inputs]
+    with open(os.path.join(directory, inputs[0][0]), "rb") as stdin:
+        result = subprocess.run(words, cwd=directory, stdin=stdin, capture_output=True,
+                                env={**os.environ, "TEMP": os.path.join(directory, "temp")})
+    out = result.stdout
+    if to_file and os.path.exists(os.path.join(directory, "out")):
+        with open(os.path.join(directory, "out"), "rb") as file:
+            out = file.read()
+    messages = re.sub(r"\S*/temp/sort\.\d+\.[A-Za-z0-9]{12}(?=:)", TEMPORARY, result.stderr.decode())
+
+    wanted = expected(inputs, limit, blanks, fold, merge)
+    found = (out, messages.splitlines(), result.returncode)
+    left = os.listdir(os.path.join(directory, "temp"))
+    if found == wanted and not left:
+        return True
+    print("differs:", " ".join(words))
+    for name, (ours, its) in zip(("output", "messages", "status"), zip(found, wanted)):
+        if ours != its:
+            print(f"{name}: {ours!r:.2000}\n  not: {its!r:.2000}")
+    print("left behind:", left)
+    return False
+
+
+def main():
+    count = int(sys.argv[1])
+    seed = int(sys.argv[2]) if len(sys.argv) > 2 else 1
+    draw = random.Random(seed)
+    for number in range(count):
+        with tempfile.TemporaryDirectory() as directory:
+            os.mkdir(os.path.join(directory, "temp"))
+            if not compare(draw, directory, is_large=number == 0):
+                print(f"comparison {number} with seed {seed}, inputs:")
+                sys.exit(1)
+    print(f"{count} comparisons with seed {seed} agree")
+
+
+if __name__ == "__main__":
+    main()
