@@ -168,7 +168,6 @@ TEST_F(Mounts, HolderIsFoundWithAndWithoutStatx) {
             EXPECT_EQ(low.id, below.id);
             EXPECT_NE(low.id, high.id);
             EXPECT_EQ(below.blocks, 0U);
-
         });
     }
 }
