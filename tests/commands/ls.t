@@ -96,7 +96,7 @@ shows the first link's own target.
   ^[[01;35m"sock"^[[0m=
   ^[[01;36m"to-dir"^[[0m@ -> ^[[01;34m"dir"^[[0m/
   $ garnel ls -cF /dev/null | cat -v
-  ^[[01;33m/dev/null^[[0m
+  ^[[01;33mnull^[[0m
   $ long -T -F to-dir; garnel ls -FL to-dir; garnel ls -L dangling
   lrwxrwxrwx 1 OWNER 3 to-dir@
   ls: cannot access dangling: No such file or directory
