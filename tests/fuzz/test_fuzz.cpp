@@ -1,0 +1,57 @@
+// Any expression, related to itself: tests/models/test_model.py knows the results, which are compared far more
+// slowly there.
+
+#include "app/tools.h"
+#include "commands/test_expression.h"
+#include "tests/fuzz/words.h"
+
+namespace {
+
+// The result of the words, all of which are consumed when it is a clean one.
+int evaluate(const fuzz::Words& words) {
+    fuzz::Arguments arguments(words);
+    int left = arguments.argc;
+    char** position = arguments.argv;
+    const int result = gn_test_eval(&left, &position);
+    fuzz::require(result >= -8 && result <= 3, "no such result");
+    fuzz::require(left >= 0 && position + left == arguments.argv + arguments.argc, "words out of step");
+    fuzz::require(result < 0 || left == 0, "words left over");
+    return result;
+}
+
+int after(const char* first, const char* second, const char* third, fuzz::Words words) {
+    for (const char* word : {third, second, first}) {
+        if (word != nullptr) words.insert(words.begin(), word);
+    }
+    return evaluate(words);
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
+    static constexpr const char* known[] = {
+        "!",   "(",   ")",   "-a",  "-o",  "-l",  "=",   "==",  "!=",        "-eq",
+        "-ne", "-lt", "-le", "-gt", "-ge", "-ef", "-nt", "-ot", "-n",        "-z",
+        "-d",  "-e",  "-s",  "-r",  "-q",  "-",   "",    "/",   "/dev/null",
+    };
+    // Bytes below ' ' stand for words that mean something.
+    fuzz::Words words;
+    for (std::string& word : fuzz::split(data, size)) {
+        const auto code = static_cast<unsigned char>(word[0]);
+        words.push_back(code > 0 && code <= std::size(known) ? known[code - 1] : word);
+    }
+    const int result = evaluate(words);
+    const int truth = result < 0 ? result : static_cast<int>(result != 0);
+    fuzz::require(after("!", "!", nullptr, words) == truth, "not not");
+    fuzz::require(after("-n", "x", "-a", words) == result, "true and");
+    fuzz::require(after("-n", "x", "-o", words) == (result < 0 ? result : test_true), "true or");
+    fuzz::require(after("-z", "x", "-a", words) == (result | test_false), "false and");
+    fuzz::require(after("-z", "x", "-o", words) == truth, "false or");
+    fuzz::require(after("(", nullptr, nullptr, words) == test_missing_operand, "a parenthesis");
+
+    if (words[0] == "--help") return 0;
+    fuzz::require(fuzz::run(gn_test, words).status == result, "the status of test");
+    words.emplace_back("]");
+    fuzz::require(fuzz::run(gn_brace, words).status == result, "the status of [");
+    return 0;
+}
