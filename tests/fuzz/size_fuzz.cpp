@@ -25,15 +25,7 @@ bool factor_of(const std::string& suffix, bool dd_units, uint64_t* factor) {
 }
 
 void print(uint64_t size, int width) {
-    char* text = nullptr;
-    size_t length = 0;
-    FILE* const stream = stdout;
-    stdout = open_memstream(&text, &length);
-    gn_printsize(width, size);
-    fclose(stdout);
-    stdout = stream;
-    const std::string printed(text, length);
-    free(text);
+    const std::string printed = fuzz::printed([&] { gn_printsize(width, size); });
     if (width < 1) return fuzz::require(printed == "??", "no width");
 
     const size_t unit = std::string_view("kMGTP").find(printed.back());

@@ -49,6 +49,16 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     fuzz::require(after("-z", "x", "-o", words) == truth, "false or");
     fuzz::require(after("(", nullptr, nullptr, words) == test_missing_operand, "a parenthesis");
 
+    for (const bool closed : {false, true}) {
+        fuzz::Words more = words;
+        more.insert(more.begin(), {")", "-a"});
+        fuzz::Arguments arguments(more);
+        int left = arguments.argc - !closed;
+        char** position = arguments.argv + !closed;
+        fuzz::require(gn_test_eval_rest(&left, &position, closed, test_before) == (result | test_before),
+                      "the rest");
+    }
+
     if (words[0] == "--help") return 0;
     fuzz::require(fuzz::run(gn_test, words).status == result, "the status of test");
     words.emplace_back("]");

@@ -57,21 +57,29 @@ class Arguments {
 
 struct Run {
     int status;
-    std::string text;  // of both streams
+    std::string text;
 };
 
-inline Run run(int (*entry)(int, char**), const Words& words) {
-    Arguments arguments(words);
+// What a call prints on both streams.
+template <typename Call>
+std::string printed(Call call) {
     char* text = nullptr;
     size_t size = 0;
     FILE* const streams[] = {stdout, stderr};
     stdout = stderr = open_memstream(&text, &size);
-    Run result{entry(arguments.argc, arguments.argv), {}};
+    call();
     fclose(stdout);
     stdout = streams[0];
     stderr = streams[1];
-    result.text.assign(text, size);
+    std::string result(text, size);
     free(text);
+    return result;
+}
+
+inline Run run(int (*entry)(int, char**), const Words& words) {
+    Arguments arguments(words);
+    Run result{};
+    result.text = printed([&] { result.status = entry(arguments.argc, arguments.argv); });
     return result;
 }
 
