@@ -25,6 +25,11 @@ if(GARNEL_SANITIZE)
   target_link_options(garnel_base INTERFACE ${sanitizers})
 endif()
 
+if(GARNEL_COVERAGE)
+  target_compile_options(garnel_base INTERFACE --coverage -fprofile-abs-path)
+  target_link_options(garnel_base INTERFACE --coverage)
+endif()
+
 # The toolbox is small because most of it is compiled for size: what is not loaded costs nothing at the start.
 # These few files hold the loops that data goes through by the gigabyte.
 function(garnel_fast)

@@ -25,7 +25,9 @@
 #include "common/own.h"
 #include "common/paths.h"
 #include "common/sizes.h"
+#include "common/text.h"
 #include "common/times.h"
+#include "lib/containers/vector.h"
 
 namespace {
 
@@ -62,6 +64,32 @@ std::string printed(int width, uint64_t size) {
     testing::internal::CaptureStdout();
     gn_printsize(width, size);
     return testing::internal::GetCapturedStdout();
+}
+
+TEST(Common, Texts) {
+    const char unfinished[] = {'a', 'b', 'c'};
+    EXPECT_EQ(garnel_strnlen(unfinished, 3), 3U);
+    EXPECT_EQ(garnel_strnlen("ab", 3), 2U);
+    EXPECT_EQ(take(garnel_strndup(unfinished, 3)) + take(garnel_strndup("d", 3)), "abcd");
+
+    wchar_t* wide = gn_towcs("abc");
+    ASSERT_NE(wide, nullptr);
+    EXPECT_EQ(std::wstring(wide), L"abc");
+    free(wide);
+
+    // The sanitizer tells whether all were freed.
+    vector* texts = vector_new(sizeof(char*), 1);
+    for (const char* text : {"a", "b", "c"}) {
+        char* copy = strdup(text);
+        ASSERT_EQ(vector_pushback(texts, &copy), 0);
+    }
+    gn_vector_release_charptr(texts);
+
+    for (int value = 0; value < 16; value++) EXPECT_EQ(gn_hexcharval(gn_hexchar(value)), value);
+    EXPECT_EQ(gn_hexcharval('F'), 15);
+    EXPECT_EQ(gn_hexcharval('G'), 0);
+    EXPECT_EQ(gn_hexchar(16), '0');
+    EXPECT_EQ(gn_hexchar(0x10f), 'f');
 }
 
 TEST(Common, Sizes) {
