@@ -14,6 +14,12 @@ if(CMAKE_BUILD_TYPE STREQUAL "Release")
   # pages are touched before main.
   target_compile_options(garnel_base INTERFACE
     -ffunction-sections -fdata-sections -fno-asynchronous-unwind-tables -fno-unwind-tables -fno-plt)
+  if(NOT CMAKE_TOOLCHAIN_FILE)
+    # glibc checks the sizes of what it is given, and every frame with an array is guarded: as dear as nothing.
+    target_compile_definitions(garnel_base INTERFACE _FORTIFY_SOURCE=2)
+    # Its headers then also warn of unused results, for which g++ takes no "(void)"; the other builds look for those.
+    target_compile_options(garnel_base INTERFACE -fstack-protector-strong -Wno-unused-result)
+  endif()
 endif()
 
 if(GARNEL_SANITIZE)

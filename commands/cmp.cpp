@@ -60,7 +60,7 @@ struct Number {
 
 constexpr std::array<Number, 256> numbers = [] {
     std::array<Number, 256> table{};
-    for (unsigned byte = 0; byte < table.size(); byte++) {
+    for (unsigned byte = 0; byte != table.size(); byte++) {
         char reversed[3] = {};
         int digits = 0;
         for (unsigned rest = byte; digits == 0 || rest != 0; rest /= 10)

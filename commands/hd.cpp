@@ -46,7 +46,7 @@ struct Look {
 
 constexpr std::array<Look, 256> looks = [] {
     std::array<Look, 256> table{};
-    for (unsigned byte = 0; byte < table.size(); byte++) {
+    for (unsigned byte = 0; byte != table.size(); byte++) {
         const bool is_printable = byte >= ' ' && byte <= '~';
         table[byte] = {{hex_digits[byte / 16], hex_digits[byte % 16], ' ', ' '},
                        is_printable ? static_cast<char>(byte) : '.'};

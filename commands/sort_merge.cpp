@@ -42,7 +42,7 @@ class Sources {
     [[nodiscard]] bool create(size_t count) {
         all_ = static_cast<Source*>(calloc(std::max<size_t>(count, 1), sizeof(Source)));
         if (all_ == nullptr || !slots_.reserve(count)) return false;
-        for (; made_ < count; made_++) slots_[made_] = new (&all_[made_]) Source{};
+        for (; made_ < count; made_++) slots_[made_] = new (&all_[made_]) Source();
         return true;
     }
     [[nodiscard]] Source& at(size_t slot) const { return *slots_[slot]; }

@@ -46,7 +46,7 @@ uint64_t encode(uint32_t character) {
     for (; bytes == 1 || (character >> (7 - bytes)) != 0; bytes++) {
         tail = tail << 8 | 0x80 | (character & 0x3f);
         character >>= 6;
-        lead = static_cast<uint32_t>(static_cast<int32_t>(lead) >> 1);
+        lead = lead >> 1 | 0x80000000;
     }
     return tail << 8 | (lead & 0xff) | character;
 }

@@ -31,7 +31,7 @@ constexpr Field rdev_minor = {86, digits};
 // Digits are not checked: any other byte counts as its distance from '0'.
 constexpr auto digit_values = [] {
     std::array<uint32_t, 256> values{};
-    for (uint32_t c = 0; c < values.size(); c++) {
+    for (uint32_t c = 0; c != values.size(); c++) {
         values[c] = c - '0';
         if (c >= 'A' && c <= 'F') values[c] = c - 'A' + 10;
         if (c >= 'a' && c <= 'f') values[c] = c - 'a' + 10;
