@@ -808,8 +808,13 @@ bool sectors_written(uint64_t device, uint64_t* count) {
     // Partitions have the queue of their disk. It may be told not to count.
     if (read_number(dir.get(), "queue/iostats") + read_number(dir.get(), "../queue/iostats") == 0)
         return false;
+    // The seventh number counts what was written, the fourteenth what was discarded, which is as lost.
     char* at = text;
-    for (int field = 0; field < 7; field++) *count = strtoull(at, &at, 10);
+    *count = 0;
+    for (int field = 1; field <= 14; field++) {
+        const uint64_t value = strtoull(at, &at, 10);
+        if (field % 7 == 0) *count += value;
+    }
     return true;
 }
 

@@ -77,7 +77,8 @@ namespace platform {
 // that every file system knows, when it was of another type. False with errno.
 [[nodiscard]] bool mount_again(const MountRecord& record, const char* device, const char* type);
 
-// How many sectors were written to a block device since it came into being. False when nobody counts them.
+// How many sectors of a block device were written or discarded since it came into being. False when nobody counts
+// them.
 [[nodiscard]] bool sectors_written(uint64_t device, uint64_t* count);
 
 }  // namespace platform

@@ -122,6 +122,8 @@ A mkfs that cannot be started, or fails without having written, leaves all as it
   format: mkfs.half: failed with status 4
   format: PWD/m: detached, as its device was written to
   7
+  $ printf '#!/bin/sh\nblkdiscard -f $1; exit 5' > mkfs/mkfs.wiping; chmod +x mkfs/*; private 'garnel format -yt wiping m 2>&1 | tail -n 1; ls m'
+  format: PWD/m: detached, as its device was written to
   $ private 'garnel format -yv $device | true; state'
   format: write error: Broken pipe
   lost+found
