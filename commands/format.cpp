@@ -295,10 +295,14 @@ int Format::create() {
 }
 
 int Format::carry_out() {
+    // While a question stood, its name may have come to stand for another one.
+    if (!is_device(device_, mount_.device)) return stop(refused, device_, "another device by now");
     sigemptyset(&defaults_);
     for (const int number : held_off_signals) {
         if (signal(number, SIG_IGN) != SIG_IGN) sigaddset(&defaults_, number);
     }
+    // Whoever stops reading what mkfs tells does not want half a file system.
+    sigdelset(&defaults_, SIGPIPE);
     tell("detach");
     if (platform::umount(mount_.point, false) != 0)
         return stop(not_detached, mount_.point, gn_strerror(errno));

@@ -124,6 +124,8 @@ A mkfs that cannot be started, or fails without having written, leaves all as it
   7
   $ printf '#!/bin/sh\nblkdiscard -f $1; exit 5' > mkfs/mkfs.wiping; chmod +x mkfs/*; private 'garnel format -yt wiping m 2>&1 | tail -n 1; ls m'
   format: PWD/m: detached, as its device was written to
+  $ printf '#!/bin/sh\nsleep 0.1; echo 2>/dev/null; touch finished' > mkfs/mkfs.talking; chmod +x mkfs/*; private 'garnel format -yvt talking m 2>/dev/null | true; ls finished'
+  finished
   $ private 'garnel format -yv $device | true; state'
   format: write error: Broken pipe
   lost+found
