@@ -328,6 +328,8 @@ int Watch::run() {
         }
         if (!run_round()) break;
         if (on_terminal_ && !again_) draw();
+        // A terminal may go without a word to whoever ignores hang-ups.
+        if (output::failed()) break;
         if (first) first_hash = hash_;
         const bool failed = opt_.stop_at_failure && status_ != 0;
         stopped = failed || (opt_.stop_at_change && hash_ != first_hash);
