@@ -1,0 +1,55 @@
+#include "common/formatted.h"
+
+#include <climits>
+#include <string>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+// What both print into a file, with what they return.
+template <typename... Values>
+void same(const char* format, Values... values) {
+    const auto written = [=](auto print) {
+        char* text = nullptr;
+        size_t size = 0;
+        FILE* stream = open_memstream(&text, &size);
+        const int count = print(stream, format, values...);
+        fclose(stream);
+        const std::string result = std::string(text, size) + " " + std::to_string(count);
+        free(text);
+        return result;
+    };
+    const auto ours = [](FILE* stream, const char* how, ...) {
+        va_list arguments;
+        va_start(arguments, how);
+        const int count = print_formatted(stream, how, arguments);
+        va_end(arguments);
+        return count;
+    };
+    const auto theirs = [](FILE* stream, const char* how, ...) {
+        va_list arguments;
+        va_start(arguments, how);
+        const int count = vfprintf(stream, how, arguments);
+        va_end(arguments);
+        return count;
+    };
+    EXPECT_EQ(written(ours), written(theirs)) << format;
+}
+
+TEST(formatted, prints_as_the_c_library_does) {
+    same("");
+    same("a%%b");
+    same("%s|%5s|%-5s|%.2s|%-*.*s|%*s|%s", "", "abc", "abc", "abc", 4, 1, "xyz", -4, "x", "abcdef");
+    same("%.*s|%.0s|%3s", -1, "all", "none", "longer");
+    same("%c%c%3c|%-3c|", '\0', 'a', 'b', 'c');
+    same("%d %i %u %x %X %o", INT_MIN, INT_MAX, UINT_MAX, 0xabcdefU, 0xabcdefU, 0777U);
+    same("%05d|%-5d|%5d|%02d|%1d|%04X|%-05d|", -42, -42, -42, 7, 123, 0xfU, 3);
+    same("%lld %llu %ld %zu %llx %llo %d", LLONG_MIN, ULLONG_MAX, LONG_MIN, size_t{0}, ULLONG_MAX, ULLONG_MAX, 0);
+    same("%*llu|%3u|%*d", 20, 1ULL, 12345U, -6, 1);
+    const std::string large(5000, 'x');
+    same("%s: %s: %s", large.c_str(), "middle", large.c_str());
+    same("%2000s%s", "far", std::string(1024, 'y').c_str());
+}
+
+}  // namespace
