@@ -36,15 +36,18 @@ constexpr uint32_t patience_ms = 3000;
 
 // File systems that are served by this kernel alone, from memory or from its own disks: asking them cannot
 // hang. Every other one may wait for a server or another process, as overlays do that lie upon such a one.
-constexpr std::string_view local_types[] = {
-    "bcachefs", "bdev",      "binfmt_misc", "bpf",        "btrfs",    "cgroup",   "cgroup2",
-    "configfs", "cpuset",    "cramfs",      "debugfs",    "devpts",   "devtmpfs", "efivarfs",
-    "erofs",    "exfat",     "ext2",        "ext3",       "ext4",     "f2fs",     "fusectl",
-    "hfs",      "hfsplus",   "hugetlbfs",   "iso9660",    "jffs2",    "jfs",      "minix",
-    "mqueue",   "msdos",     "nilfs2",      "nsfs",       "ntfs3",    "proc",     "pstore",
-    "ramfs",    "reiserfs",  "rootfs",      "securityfs", "squashfs", "sysfs",    "tmpfs",
-    "udf",      "selinuxfs", "tracefs",     "ubifs",      "vfat",     "xfs",      "zfs",
-};
+constexpr char local_types[] =
+    "bcachefs\0bdev\0binfmt_misc\0bpf\0btrfs\0cgroup\0cgroup2\0configfs\0cpuset\0cramfs\0debugfs\0"
+    "devpts\0devtmpfs\0efivarfs\0erofs\0exfat\0ext2\0ext3\0ext4\0f2fs\0fusectl\0hfs\0hfsplus\0"
+    "hugetlbfs\0iso9660\0jffs2\0jfs\0minix\0mqueue\0msdos\0nilfs2\0nsfs\0ntfs3\0proc\0pstore\0ramfs\0"
+    "reiserfs\0rootfs\0securityfs\0squashfs\0sysfs\0tmpfs\0udf\0selinuxfs\0tracefs\0ubifs\0vfat\0xfs\0"
+    "zfs\0";
+
+bool is_local(const char* type) {
+    const char* local = local_types;
+    while (*local != '\0' && strcmp(local, type) != 0) local += strlen(local) + 1;
+    return *local != '\0';
+}
 
 class Fd {
   public:
@@ -123,8 +126,7 @@ bool parse_mount(char* line, Mount* mount) {
     while (field[0] != '\0' && strcmp(field, "-") != 0) field = take_field(&rest);
     if (field[0] == '\0') return false;
     mount->type = take_field(&rest);
-    mount->local =
-        std::find(std::begin(local_types), std::end(local_types), mount->type) != std::end(local_types);
+    mount->local = is_local(mount->type);
     mount->source = take_field(&rest);
     mount->own_options = take_field(&rest);
     mount->parent = nullptr;
@@ -165,6 +167,12 @@ class Array {
     size_t capacity_ = 0;
 };
 
+int compare_ids(const void* left, const void* right) {
+    const auto* a = *static_cast<const Mount* const*>(left);
+    const auto* b = *static_cast<const Mount* const*>(right);
+    return a->id < b->id ? -1 : a->id > b->id ? 1 : 0;
+}
+
 // A copy of the table at one moment.
 class MountTable {
   public:
@@ -178,10 +186,11 @@ class MountTable {
 
     // Null if there is none.
     [[nodiscard]] const Mount* find(uint64_t id) const {
-        const auto below = [](const Mount* mount, uint64_t wanted) { return mount->id < wanted; };
-        const std::span<const Mount* const> order(order_.data(), count_);
-        const auto found = std::lower_bound(order.begin(), order.end(), id, below);
-        return found != order.end() && (*found)->id == id ? *found : nullptr;
+        Mount wanted;
+        wanted.id = id;
+        const Mount* key = &wanted;
+        const void* found = bsearch(&key, order_.data(), count_, sizeof key, compare_ids);
+        return found != nullptr ? *static_cast<const Mount* const*>(found) : nullptr;
     }
 
     // What is mounted on top at a path.
@@ -235,10 +244,7 @@ bool MountTable::parse() {
 bool MountTable::connect() {
     if (!order_.grow(count_ + 1)) return false;
     for (size_t i = 0; i < count_; i++) order_[i] = &mounts_[i];
-    qsort(order_.data(), count_, sizeof(const Mount*), [](const void* a, const void* b) {
-        const auto number = [](const void* at) { return (*static_cast<const Mount* const*>(at))->id; };
-        return (number(a) > number(b)) - (number(a) < number(b));
-    });
+    qsort(order_.data(), count_, sizeof(Mount*), compare_ids);
     for (Mount& mount : all()) {
         // The first mount of all is its own parent.
         if (mount.parent_id != mount.id) mount.parent = find(mount.parent_id);
@@ -252,30 +258,31 @@ bool MountTable::connect() {
     return true;
 }
 
+struct Place {
+    uint64_t parent_id;
+    std::string_view point;
+};
+
+int compare_places(const void* left, const void* right) {
+    const auto* a = static_cast<const Place*>(left);
+    const auto* b = static_cast<const Place*>(right);
+    if (a->parent_id != b->parent_id) return a->parent_id < b->parent_id ? -1 : 1;
+    return a->point.compare(b->point);
+}
+
 // A mount that stands in the same parent on a directory above hides what is mounted below that directory. Not
 // so one on the root directory: paths begin below it.
 bool MountTable::look_for_covered() {
-    struct Place {
-        uint64_t parent_id;
-        std::string_view point;
-        bool operator<(const Place& other) const {
-            return parent_id != other.parent_id ? parent_id < other.parent_id : point < other.point;
-        }
-    };
-    Array<Place> memory;
-    if (!memory.grow(count_ + 1)) return false;
-    const std::span<Place> places(memory.data(), count_);
+    Array<Place> places;
+    if (!places.grow(count_ + 1)) return false;
     for (size_t i = 0; i < count_; i++) places[i] = {mounts_[i].parent_id, mounts_[i].point};
-    qsort(places.data(), count_, sizeof(Place), [](const void* a, const void* b) {
-        const auto place = [](const void* at) { return *static_cast<const Place*>(at); };
-        return (place(b) < place(a)) - (place(a) < place(b));
-    });
+    qsort(places.data(), count_, sizeof(Place), compare_places);
     for (Mount& mount : all()) {
         const std::string_view point = mount.point;
         for (size_t end = 1; end < point.size() && !mount.covered; end++) {
             if (point[end] != '/') continue;
             const Place above{mount.parent_id, {point.data(), end}};
-            mount.covered = std::binary_search(places.begin(), places.end(), above);
+            mount.covered = bsearch(&above, places.data(), count_, sizeof above, compare_places) != nullptr;
         }
     }
     return true;
