@@ -74,7 +74,7 @@ def play(words: list[str], scenario: Scenario, limit: Callable[[], None] = lambd
             return ("hangs", *process.communicate(), {})
         out = (out or b"").replace(here.encode(), b"HERE")
         if scenario.vary:
-            out = re.sub(scenario.vary, b"*", out)
+            out, err = (re.sub(scenario.vary, b"*", text) for text in (out, err))
         files = {}
         for path in Path(here).rglob("*"):
             name = str(path.relative_to(here))
