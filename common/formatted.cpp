@@ -1,9 +1,11 @@
 #include "common/formatted.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <climits>
 #include <cstdint>
 #include <cstring>
+#include <string_view>
 
 namespace {
 
@@ -13,6 +15,7 @@ class Pieces {
     explicit Pieces(FILE* stream) : stream_(stream) {}
 
     void add(const char* text, size_t size) {
+        if (size == 0) return;
         total_ += size;
         if (size > sizeof buffer_ - used_) flush();
         if (size > sizeof buffer_) {
@@ -42,24 +45,29 @@ class Pieces {
 // How a value is to look.
 struct Field {
     bool left = false;
-    bool zeros = false;
-    bool negative = false;
+    bool padded = false;     // with zeros
+    bool alternate = false;  // 0x, or an octal 0
+    char sign = '\0';        // in front of what is not negative
     size_t width = 0;
 
-    void add(Pieces* out, const char* text, size_t size) const {
-        const size_t sign = negative ? 1 : 0;
-        const size_t padding = width > size + sign ? width - size - sign : 0;
-        if (!left && !zeros) out->fill(' ', padding);
-        out->add("-", sign);
-        if (!left && zeros) out->fill('0', padding);
-        out->add(text, size);
+    // A prefix, zeros and the text.
+    void add(Pieces* out, std::string_view prefix, size_t zeros, std::string_view text) const {
+        const size_t size = prefix.size() + zeros + text.size();
+        const size_t padding = width > size ? width - size : 0;
+        if (!left && !padded) out->fill(' ', padding);
+        out->add(prefix.data(), prefix.size());
+        out->fill('0', zeros + (padded && !left ? padding : 0));
+        out->add(text.data(), text.size());
         if (left) out->fill(' ', padding);
     }
 };
 
+// Saturates at what is too much in any case.
 size_t read_number(const char** at) {
     size_t number = 0;
-    for (; **at >= '0' && **at <= '9'; ++*at) number = number * 10 + static_cast<size_t>(**at - '0');
+    for (; **at >= '0' && **at <= '9'; ++*at) {
+        number = std::min(number * 10 + static_cast<size_t>(**at - '0'), size_t{INT_MAX} + 1);
+    }
     return number;
 }
 
@@ -74,7 +82,12 @@ int print_formatted(FILE* stream, const char* format, va_list arguments) {
         format = begin + 1;
 
         Field field;
-        for (; *format == '-' || *format == '0'; format++) (*format == '-' ? field.left : field.zeros) = true;
+        for (; *format != '\0' && strchr("-0#+ '", *format) != nullptr; format++) {
+            field.left |= *format == '-';
+            field.padded |= *format == '0';
+            field.alternate |= *format == '#';
+            if (*format == '+' || (*format == ' ' && field.sign == '\0')) field.sign = *format;
+        }
         if (*format == '*') {
             format++;
             const int width = va_arg(arguments, int);
@@ -83,20 +96,29 @@ int print_formatted(FILE* stream, const char* format, va_list arguments) {
         } else {
             field.width = read_number(&format);
         }
-        size_t most = SIZE_MAX;
+        constexpr size_t none = SIZE_MAX;
+        size_t precision = none;
         if (*format == '.') {
             format++;
             if (*format == '*') {
                 format++;
-                const int precision = va_arg(arguments, int);
-                if (precision >= 0) most = static_cast<size_t>(precision);
+                const int given = va_arg(arguments, int);
+                if (given >= 0) precision = static_cast<size_t>(given);
             } else {
-                most = read_number(&format);
+                precision = read_number(&format);
             }
+        }
+        if (field.width > INT_MAX || (precision > INT_MAX && precision != none)) {
+            errno = EOVERFLOW;
+            return -1;
         }
         // All of the larger types are of the same size.
         bool large = false;
-        for (; *format == 'l' || *format == 'z' || *format == 'j' || *format == 't'; format++) large = true;
+        int halves = 0;
+        for (; *format != '\0' && strchr("lzjth", *format) != nullptr; format++) {
+            large |= *format != 'h';
+            halves += *format == 'h' ? 1 : 0;
+        }
 
         const char kind = *format;
         char digits[24];
@@ -104,13 +126,14 @@ int print_formatted(FILE* stream, const char* format, va_list arguments) {
         switch (kind) {
         case 's': {
             const char* text = va_arg(arguments, const char*);
-            field.zeros = false;
-            field.add(&out, text, strnlen(text, most));
+            field.padded = false;
+            field.add(&out, {}, 0, {text, strnlen(text, precision)});
             break;
         }
         case 'c':
             digits[0] = static_cast<char>(va_arg(arguments, int));
-            field.add(&out, digits, 1);
+            field.padded = false;
+            field.add(&out, {}, 0, {digits, 1});
             break;
         case 'd':
         case 'i':
@@ -125,16 +148,29 @@ int print_formatted(FILE* stream, const char* format, va_list arguments) {
         if (base == 0) continue;
 
         uint64_t value = large ? va_arg(arguments, uint64_t) : va_arg(arguments, unsigned);
+        char prefix[2] = {'0', kind};
+        size_t prefix_size = 0;
         if (kind == 'd' || kind == 'i') {
-            const int64_t number = large ? static_cast<int64_t>(value) : static_cast<int>(value);
-            field.negative = number < 0;
+            int64_t number = large ? static_cast<int64_t>(value) : static_cast<int>(value);
+            if (halves == 1) number = static_cast<short>(number);
+            if (halves > 1) number = static_cast<signed char>(number);
+            prefix[0] = number < 0 ? '-' : field.sign;
+            prefix_size = prefix[0] != '\0' ? 1 : 0;
             value = number < 0 ? -static_cast<uint64_t>(number) : static_cast<uint64_t>(number);
+        } else {
+            if (halves > 0) value &= halves == 1 ? USHRT_MAX : UCHAR_MAX;
+            if (field.alternate && base == 16 && value != 0) prefix_size = 2;
         }
+        const bool zero = value == 0;
         char* const end = digits + sizeof digits;
         char* first = end;
         const char* const figures = kind == 'X' ? "0123456789ABCDEF" : "0123456789abcdef";
-        for (; value != 0 || first == end; value /= base) *--first = figures[value % base];
-        field.add(&out, first, static_cast<size_t>(end - first));
+        for (; value != 0 || (first == end && precision != 0); value /= base) *--first = figures[value % base];
+        if (field.alternate && base == 8 && (!zero || first == end)) *--first = '0';
+        const auto size = static_cast<size_t>(end - first);
+        field.padded &= precision == none;
+        field.add(&out, {prefix, prefix_size}, precision != none && precision > size ? precision - size : 0,
+                  {first, size});
     }
     out.add(format, strlen(format));
     const size_t total = out.flush();
