@@ -74,6 +74,11 @@ bool take_root(const char* root) {
     return chroot(root) == 0 && chdir("/") == 0;
 }
 
+// What a terminal stops a job with. A child that stops before it is another program would hold its parent, too, which
+// could then not stop itself: the shell would wait for both. So it forgets what came until then, and the parent, to
+// which that came as well, tells it again.
+constexpr int stop_signals[] = {SIGTSTP, SIGTTIN, SIGTTOU};
+
 // Handlers are functions of this program, which must not run in a child that shares its memory.
 void take_signals(const e_program& program, bool child) {
     for (int signal = 1; signal < NSIG; signal++) {
@@ -81,20 +86,28 @@ void take_signals(const e_program& program, bool child) {
         if (sigaction(signal, nullptr, &action) != 0) continue;
         const bool wanted = program.defaults != nullptr && sigismember(program.defaults, signal) == 1;
         const bool handled = action.sa_handler != SIG_DFL && action.sa_handler != SIG_IGN;
-        if (!wanted && !(child && handled)) continue;
+        bool stops = false;
+        for (const int other : stop_signals) stops |= child && signal == other && action.sa_handler != SIG_IGN;
+        if (!wanted && !stops && !(child && handled)) continue;
         action = {};
+        action.sa_handler = SIG_IGN;
+        if (stops) sigaction(signal, &action, nullptr);
         action.sa_handler = SIG_DFL;
         sigaction(signal, &action, nullptr);
     }
 }
 
-// Executes the program. Returns only with errno.
-void execute(const e_program& program, e_search* search, ScriptArguments* script) {
+// Executes the program, with another mask of signals unless that is null. Returns only with errno.
+void execute(const e_program& program, e_search* search, ScriptArguments* script, const sigset_t* mask) {
     char* const* environment = program.environment != nullptr ? program.environment : environ;
     const bool is_path = search->rest == search->name;
     while (char* path = next_candidate(search)) {
-        execve(path, program.arguments, environment);
-        if (errno == ENOEXEC) execve(e_shell, script->with(path), environment);
+        // Signals must not get in before the last moment.
+        if (access(path, F_OK) == 0) {
+            if (mask != nullptr) sigprocmask(SIG_SETMASK, mask, nullptr);
+            execve(path, program.arguments, environment);
+            if (errno == ENOEXEC) execve(e_shell, script->with(path), environment);
+        }
         if (is_path) return;
         switch (errno) {
         case EACCES: search->error = EACCES; break;
@@ -150,8 +163,7 @@ struct Start {
         if (program.directory != nullptr && chdir(program.directory) != 0) return fail(e_step_directory);
         if (child_signal != nullptr) sigaction(SIGCHLD, child_signal, nullptr);
         if (in_child || program.defaults != nullptr) take_signals(program, in_child);
-        if (mask != nullptr) sigprocmask(SIG_SETMASK, mask, nullptr);
-        execute(program, &search, &script);
+        execute(program, &search, &script, mask);
         fail(e_step_program);
     }
 };
@@ -187,6 +199,12 @@ pid_t e_spawn(const e_program& program, e_failure* failure) {
     if (start.mask == nullptr) start.mask = &before;
     const pid_t child = platform::start_child(run_child, &start);
     const int error = errno;
+    sigset_t pending;
+    sigpending(&pending);
+    for (const int signal : stop_signals) {
+        const bool came = sigismember(&pending, signal) == 1 && sigismember(&before, signal) == 0;
+        if (came && child > 0 && failure->step == e_step_none) kill(child, signal);
+    }
     sigprocmask(SIG_SETMASK, &before, nullptr);
     if (child < 0) *failure = {e_step_start, error};
     if (failure->step == e_step_none) return child;
@@ -221,9 +239,9 @@ bool e_become(const e_identity& identity) {
     uid_t users[3];
     gid_t gids[3];
     if (getresuid(users, users + 1, users + 2) != 0 || getresgid(gids, gids + 1, gids + 2) != 0) return false;
-    const bool done = std::all_of(users, users + 3, [user = user](uid_t id) { return id == user; }) &&
-                      std::all_of(gids, gids + 3, [group = group](gid_t id) { return id == group; }) &&
-                      getgroups(0, nullptr) == static_cast<int>(groups.size());
+    bool done = getgroups(0, nullptr) == static_cast<int>(groups.size());
+    for (const uid_t id : users) done &= id == user;
+    for (const gid_t id : gids) done &= id == group;
     const bool regained = user != 0 && (setresuid(unchanged, 0, unchanged) == 0 ||
                                         (group != 0 && setresgid(unchanged, 0, unchanged) == 0));
     if (done && !regained) return true;

@@ -63,3 +63,22 @@ An interrupt from the terminal stops the command, not the report, unless it was 
   130 3
   131 3
   alive
+
+Stopped from the terminal at any moment, also while the command is being started, it stops.
+
+  $ cat >stop.py <<'end'
+  > import os, signal, subprocess, time
+  > for i in range(60):
+  >     job = subprocess.Popen(["garnel", "time", "true"], preexec_fn=os.setpgrp, stderr=subprocess.DEVNULL)
+  >     time.sleep(0.0008 + 0.0004 * (i % 12))
+  >     os.killpg(job.pid, signal.SIGTSTP)
+  >     for tries in range(200):
+  >         if os.waitid(os.P_PID, job.pid, os.WEXITED | os.WSTOPPED | os.WNOHANG | os.WNOWAIT):
+  >             break
+  >         time.sleep(0.01)
+  >     else:
+  >         print("held")
+  >     os.killpg(job.pid, signal.SIGKILL)
+  >     job.wait()
+  > end
+  $ python3 stop.py
