@@ -2,7 +2,6 @@
 // Scripts rely on: everything that can be known is looked at before anything is touched, and the status tells how far
 // it came; what mkfs did not write to is mounted again. The device is known by its number, whatever its name says.
 
-#include <algorithm>
 #include <cerrno>
 #include <csignal>
 #include <cstdio>
@@ -79,9 +78,10 @@ constexpr Maker makers[] = {
 };
 
 const Maker* find_maker(const char* type) {
-    const auto* found = std::find_if(std::begin(makers), std::end(makers),
-                                     [type](const Maker& maker) { return strcmp(maker.type, type) == 0; });
-    return found != std::end(makers) ? found : nullptr;
+    for (const Maker& maker : makers) {
+        if (strcmp(maker.type, type) == 0) return &maker;
+    }
+    return nullptr;
 }
 
 // ---- choosing

@@ -12,6 +12,7 @@
 #include <cstring>
 #include <ctime>
 #include <span>
+#include <utility>
 
 #include <fcntl.h>
 #include <poll.h>
@@ -165,8 +166,9 @@ class Watch {
     const char* command_;  // as in the title
     bool on_terminal_ = false;
     Signals signals_;
-    Screen screen_;
-    Screen before_;
+    Screen screens_[2];
+    Screen* screen_ = &screens_[0];
+    Screen* before_ = &screens_[1];
     bool comparable_ = false;  // the screen before was of the same size
     bool again_ = false;       // the window is another than at the beginning of the round
     int fatal_ = 0;            // the signal that ends it all
@@ -219,7 +221,7 @@ bool Watch::prepare_screen() {
     columns = std::min(columns, largest);
     rows = std::min(rows, largest);
     titled_ = opt_.title && rows > 2;
-    if (!titled_) return screen_.resize(columns, rows);
+    if (!titled_) return screen_->resize(columns, rows);
     char title[64];
     tm now;
     const time_t seconds = time(nullptr);
@@ -227,7 +229,7 @@ bool Watch::prepare_screen() {
     snprintf(title, sizeof title, "Every %.20ss, %02d:%02d:%02d: ", opt_.seconds, now.tm_hour, now.tm_min,
              now.tm_sec);
     Screen line;
-    if (!line.resize(columns, 1) || !screen_.resize(columns, rows - 2)) return false;
+    if (!line.resize(columns, 1) || !screen_->resize(columns, rows - 2)) return false;
     line.put(title);
     line.put(command_);
     line.end();
@@ -240,8 +242,8 @@ bool Watch::prepare_screen() {
 // Shows the screen when a round is over. The title has been drawn at its beginning.
 void Watch::draw() {
     output::write(titled_ ? "\033[3H" : "\033[H");
-    screen_.end();
-    screen_.draw(opt_.differences && comparable_ ? &before_ : nullptr);
+    screen_->end();
+    screen_->draw(opt_.differences && comparable_ ? before_ : nullptr);
     output::flush();
     comparable_ = true;
 }
@@ -267,7 +269,7 @@ bool Watch::start_round(pid_t* child, UniqueFd* from) {
 bool Watch::take(std::string_view text) {
     for (const char byte : text) hash_ = (hash_ ^ static_cast<unsigned char>(byte)) * 0x100000001b3;
     if (on_terminal_) {
-        screen_.put(text);
+        screen_->put(text);
         return true;
     }
     output::write(text);
@@ -320,7 +322,7 @@ int Watch::run() {
     uint64_t first_hash = 0;
     for (bool first = true; !stopped; first = false) {
         if (on_terminal_) {
-            screen_.swap(&before_);
+            std::swap(screen_, before_);
             if (!prepare_screen()) {
                 fail(command_, ENOMEM, 1);
                 break;
@@ -340,7 +342,7 @@ int Watch::run() {
         again_ = false;
     }
     if (on_terminal_) leave();
-    if (on_terminal_ && stopped) screen_.print();
+    if (on_terminal_ && stopped) screen_->print();
     if (failed_ != nullptr) cli::error("watch: %s: %s\n", failed_, gn_strerror(error_));
     if (fatal_ != 0) {
         output::flush();
@@ -360,9 +362,7 @@ char* join(std::span<char* const> words) {
     char* end = text;
     for (const char* word : words) {
         if (end != text) *end++ = ' ';
-        const size_t length = strlen(word);
-        memcpy(end, word, length);
-        end += length;
+        end = stpcpy(end, word);
     }
     *end = '\0';
     return text;

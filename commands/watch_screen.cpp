@@ -1,7 +1,7 @@
 #include "commands/watch_screen.h"
 
 #include <algorithm>
-#include <utility>
+#include <span>
 
 #include "common/output.h"
 
@@ -25,11 +25,11 @@ constexpr Range wide[] = {
     {0x1f300, 0x1f64f}, {0x1f680, 0x1f6ff}, {0x1f900, 0x1f9ff}, {0x20000, 0x3fffd},
 };
 
-template <size_t count>
-bool lies_in(const Range (&ranges)[count], uint32_t character) {
-    return std::any_of(std::begin(ranges), std::end(ranges), [character](const Range& range) {
-        return range.first <= character && character <= range.last;
-    });
+bool lies_in(std::span<const Range> ranges, uint32_t character) {
+    for (const Range& range : ranges) {
+        if (range.first <= character && character <= range.last) return true;
+    }
+    return false;
 }
 
 // Line ends, and what changes the direction of a line, are no better than control characters.
@@ -181,8 +181,4 @@ void Screen::print() const {
         for (unsigned c = 0; c < used(r); c++) write_cell(row(r)[c]);
         output::write("\n");
     }
-}
-
-void Screen::swap(Screen* other) {
-    std::swap(*this, *other);
 }

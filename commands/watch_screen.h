@@ -28,8 +28,6 @@ class Screen {
     // Prints the lines as mere text, down to the last that is not empty.
     void print() const;
 
-    void swap(Screen* other);
-
   private:
     // A character and one that combines with it, as up to 8 bytes of UTF-8, the first in the lowest byte: 0 behind
     // a wide character.

@@ -629,8 +629,8 @@ uint64_t device_of(const Mount& mount) {
 // ---- attaching
 
 struct MountOption {
-    std::string_view name;
-    unsigned long flag;
+    char name[12];
+    unsigned flag;
 };
 
 // What mount(2) takes as a flag; everything else is for the file system. Among its own options, the kernel also
@@ -649,7 +649,7 @@ constexpr MountOption mount_options[] = {
     {"sync", MS_SYNCHRONOUS},
     {"dirsync", MS_DIRSYNC},
     {"mand", MS_MANDLOCK},
-    {"lazytime", 1 << 25},
+    {"lazytime", 1U << 25},
 };
 
 // Adds the flags among options to *flags, and the rest to the text in data, unless that is null. False when there is
@@ -659,9 +659,11 @@ bool sort_options(const char* options, unsigned long* flags, char* data, size_t 
         const std::string_view option(options, strcspn(options, ","));
         options += option.size();
         options += *options == ',' ? 1 : 0;
-        const auto* known = std::find_if(std::begin(mount_options), std::end(mount_options),
-                                         [option](const MountOption& other) { return other.name == option; });
-        if (known != std::end(mount_options)) {
+        const MountOption* known = nullptr;
+        for (const MountOption& other : mount_options) {
+            if (other.name == option) known = &other;
+        }
+        if (known != nullptr) {
             *flags |= known->flag;
         } else if (data != nullptr) {
             const size_t used = strlen(data);
