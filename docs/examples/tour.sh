@@ -64,6 +64,19 @@ newc() {    # NAME TEXT: an entry of a cpio archive in the format "newc"
 cpio2 list -l image
 same "$(cpio2 cat image motd)" Welcome.
 
+say '* One command for another'
+same "$(env -i PLANT=rose "$tools/env" | head -n 1)" PLANT=rose
+same "$(which cat)" "$cat"
+time -p ls garden >/dev/null
+watch -n 0.1 -g 'ls grown 2>&1; : >grown' | tail -n 1
+stty size || say 'as said: no terminal'
+if chroot / "$tools/true"; then
+    same "$(su -c pwd)" "$place"
+else
+    say 'another root, and another user, are for the superuser'
+fi
+format garden || say 'as it should: nothing is mounted there'
+
 say '* For scripts'
 "$tools/true" && ! "$tools/false"
 # shellcheck disable=SC2288,SC2171  # this one is a program
