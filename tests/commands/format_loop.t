@@ -140,3 +140,11 @@ Every kind of mkfs is told in its own way to give a name and not to hesitate:
   -I -n a name DEVICE
   format: mkfs.exfat: failed with status 3
   -L a name DEVICE
+
+Killed at any moment before mkfs writes, it leaves the file system as it was, at worst detached:
+
+  $ printf '#!/bin/sh\nexec sleep 0.1' > mkfs/mkfs.late; chmod +x mkfs/*; private 'for delay in 0.001 0.002 0.004 0.008 0.016 0.03 0.06; do
+  > garnel format -yt late m & sleep $delay; kill -9 $!; wait $!; mountpoint -q m || mount -o loop,nodelalloc image m; ls -x m; umount m; e2fsck -fn image; echo $?; mount -o loop,nodelalloc image m
+  > done 2>/dev/null' | grep -v : | sort | uniq -c | sed 's/^ *//'
+  7 0
+  7 kept  lost+found
