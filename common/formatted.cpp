@@ -165,7 +165,8 @@ int print_formatted(FILE* stream, const char* format, va_list arguments) {
         char* const end = digits + sizeof digits;
         char* first = end;
         const char* const figures = kind == 'X' ? "0123456789ABCDEF" : "0123456789abcdef";
-        for (; value != 0 || (first == end && precision != 0); value /= base) *--first = figures[value % base];
+        for (; value != 0 || (first == end && precision != 0); value /= base)
+            *--first = figures[value % base];
         if (field.alternate && base == 8 && (!zero || first == end)) *--first = '0';
         const auto size = static_cast<size_t>(end - first);
         field.padded &= precision == none;

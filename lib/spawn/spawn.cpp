@@ -87,7 +87,8 @@ void take_signals(const e_program& program, bool child) {
         const bool wanted = program.defaults != nullptr && sigismember(program.defaults, signal) == 1;
         const bool handled = action.sa_handler != SIG_DFL && action.sa_handler != SIG_IGN;
         bool stops = false;
-        for (const int other : stop_signals) stops |= child && signal == other && action.sa_handler != SIG_IGN;
+        for (const int other : stop_signals)
+            stops |= child && signal == other && action.sa_handler != SIG_IGN;
         if (!wanted && !stops && !(child && handled)) continue;
         action = {};
         action.sa_handler = SIG_IGN;
