@@ -153,7 +153,7 @@ int print_formatted(FILE* stream, const char* format, va_list arguments) {
         if (kind == 'd' || kind == 'i') {
             int64_t number = large ? static_cast<int64_t>(value) : static_cast<int>(value);
             if (halves == 1) number = static_cast<short>(number);
-            if (halves > 1) number = static_cast<signed char>(number);
+            if (halves > 1) number = static_cast<int64_t>(value << 56) >> 56;
             prefix[0] = number < 0 ? '-' : field.sign;
             prefix_size = prefix[0] != '\0' ? 1 : 0;
             value = number < 0 ? -static_cast<uint64_t>(number) : static_cast<uint64_t>(number);

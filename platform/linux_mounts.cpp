@@ -167,9 +167,14 @@ class Array {
     size_t capacity_ = 0;
 };
 
+struct Numbered {
+    uint64_t id;
+    const Mount* mount;
+};
+
 int compare_ids(const void* left, const void* right) {
-    const auto* a = *static_cast<const Mount* const*>(left);
-    const auto* b = *static_cast<const Mount* const*>(right);
+    const auto* a = static_cast<const Numbered*>(left);
+    const auto* b = static_cast<const Numbered*>(right);
     return a->id < b->id ? -1 : a->id > b->id ? 1 : 0;
 }
 
@@ -186,11 +191,9 @@ class MountTable {
 
     // Null if there is none.
     [[nodiscard]] const Mount* find(uint64_t id) const {
-        Mount wanted;
-        wanted.id = id;
-        const Mount* key = &wanted;
-        const void* found = bsearch(&key, order_.data(), count_, sizeof key, compare_ids);
-        return found != nullptr ? *static_cast<const Mount* const*>(found) : nullptr;
+        const Numbered wanted{id, nullptr};
+        const void* found = bsearch(&wanted, order_.data(), count_, sizeof wanted, compare_ids);
+        return found != nullptr ? static_cast<const Numbered*>(found)->mount : nullptr;
     }
 
     // What is mounted on top at a path.
@@ -210,7 +213,7 @@ class MountTable {
 
     Array<char> text_;
     Array<Mount> mounts_;
-    Array<const Mount*> order_;  // by number
+    Array<Numbered> order_;  // by number
     size_t count_ = 0;
 };
 
@@ -243,8 +246,8 @@ bool MountTable::parse() {
 
 bool MountTable::connect() {
     if (!order_.grow(count_ + 1)) return false;
-    for (size_t i = 0; i < count_; i++) order_[i] = &mounts_[i];
-    qsort(order_.data(), count_, sizeof(Mount*), compare_ids);
+    for (size_t i = 0; i < count_; i++) order_[i] = {mounts_[i].id, &mounts_[i]};
+    qsort(order_.data(), count_, sizeof(Numbered), compare_ids);
     for (Mount& mount : all()) {
         // The first mount of all is its own parent.
         if (mount.parent_id != mount.id) mount.parent = find(mount.parent_id);
