@@ -195,4 +195,6 @@ Paths longer than the system takes in one piece.
   $ deep=$(printf '%1000s' | sed 's| |12345678/|g'); garnel ls "$deep"; garnel ls -l "${deep}bottom" | sed 's/.* //'
   bottom
   bottom
+  $ garnel ls -l "${deep}bottom" "${deep}bottom" | sed 's/.* //' | wc -c
+  18014
   $ rm -r 12345678

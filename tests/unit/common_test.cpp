@@ -15,6 +15,7 @@
 #include <vector>
 
 #include <fcntl.h>
+#include <sys/socket.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -28,6 +29,7 @@
 #include "common/text.h"
 #include "common/times.h"
 #include "lib/containers/vector.h"
+#include "platform/platform.h"
 
 namespace {
 
@@ -152,6 +154,22 @@ std::string printed(timespec time, bool utc) {
     fclose(stream);
     EXPECT_EQ(length, static_cast<int>(strlen(text)));
     return text;
+}
+
+// Others who share a pipe that does not block rely on that; of a socket there is no second opening.
+TEST(Common, StreamsBlock) {
+    const auto blocks = [](const UniqueFd& fd) { return (fcntl(fd.get(), F_GETFL) & O_NONBLOCK) == 0; };
+    int ends[2];
+    ASSERT_EQ(pipe2(ends, O_NONBLOCK), 0);
+    const UniqueFd from(ends[0]), to(ends[1]), shared(dup(to.get()));
+    platform::make_blocking(to.get());
+    EXPECT_TRUE(blocks(to) && !blocks(shared) && !blocks(from));
+    EXPECT_EQ(write(to.get(), "x", 1) + read(from.get(), ends, 4), 2);
+
+    ASSERT_EQ(socketpair(AF_UNIX, SOCK_STREAM | SOCK_NONBLOCK, 0, ends), 0);
+    const UniqueFd here(ends[0]), there(ends[1]);
+    platform::make_blocking(here.get());
+    EXPECT_TRUE(blocks(here) && !blocks(there));
 }
 
 TEST(Common, Times) {
