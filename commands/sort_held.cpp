@@ -176,7 +176,7 @@ class HeldLines::InOrder {
             *reference = *next_++;
             return true;
         }
-        if (next_ != nullptr || tournament_.is_over()) return false;
+        if (heads_.size() == 0 || tournament_.is_over()) return false;
         const size_t winner = tournament_.winner();
         Head& head = heads_[winner];
         *reference = *head.line++;
