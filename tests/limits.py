@@ -25,7 +25,7 @@ from scenarios import SCENARIOS, Scenario, image
 GARNEL = os.path.abspath(sys.argv[1])
 STATIC = b"ld-linux" not in Path(GARNEL).read_bytes()
 TOOLS = Path(__file__).resolve().parents[1] / "app/tools.h"
-READY = re.findall(r'^ *READY\("([^"]*)"', TOOLS.read_text(), re.MULTILINE)
+COMMANDS = re.findall(r'^ *TOOL\("([^"]*)"', TOOLS.read_text(), re.MULTILINE)
 SECONDS = 120
 MIB = 1 << 20
 
@@ -124,7 +124,7 @@ def main() -> int:
         wrong.append(f"{scenario.command} {' '.join(scenario.words)}: {limit}: {what}")
 
     for scenario in PLAYED_WITHOUT_FAULTS + LARGE:
-        if scenario.command not in READY:
+        if scenario.command not in COMMANDS:
             continue
         words = list(scenario.words)
         free = play(words, scenario)
@@ -148,7 +148,7 @@ def main() -> int:
                 if "write" not in scenario.silent:
                     complain(scenario, name, "output or files differ, and nothing tells")
 
-    for command in READY:
+    for command in COMMANDS:
         for words in [WORDS, LONG_WORDS, *ARGUMENTS.get(command, [])]:
             runs += 1
             scenario = Scenario(command, (words[0][:20], "..."))

@@ -2,7 +2,7 @@
 
 race   A process swaps directories for links to a place outside while a command runs on their tree.
 depth  Trees whose paths no system call takes, with few descriptors.
-kill   A move across file systems is killed at random points.
+kill   Moves across file systems, copies and sorts are killed at random points: no byte of what they read is gone.
 
 Runs in two file systems of its own, in memory; ends with status 80 where they cannot be mounted.
 """
@@ -17,6 +17,7 @@ import subprocess
 import sys
 import tempfile
 import time
+from collections.abc import Callable
 from pathlib import Path
 
 GARNEL, PART = os.path.abspath(sys.argv[1]), sys.argv[2]
@@ -182,26 +183,40 @@ def depth() -> None:
 # kill
 
 
+def kill_at_random(draw: random.Random, rounds: int, words: list[str], left: Callable[[], bool]) -> int:
+    """How many of the rounds met the command at work: it had begun, and was not done."""
+    longest, met = 0.0, 0
+    for number in range(rounds + 1):
+        clear()
+        make_tree("a/tree")
+        Path("a/tree/large").write_text("large\n" * 1_000_000)
+        before = contents("a/tree")
+        start = time.monotonic()
+        command = subprocess.Popen([GARNEL, *words], env=os.environ | {"TMPDIR": "b"})
+        if number > 0:  # the first round only takes the time
+            time.sleep(draw.uniform(0, longest))
+            command.kill()
+        ended = command.wait(120)
+        longest = longest or time.monotonic() - start
+        after = contents("a", "b") if words[0] == "mv" else contents("a/tree")
+        check(set(before) <= set(after), f"bytes are gone after round {number} of {words[0]}")
+        met += ended == -signal.SIGKILL and left()
+    return met
+
+
 def kill() -> None:
     seed = 20240229
     print(f"seed {seed}")
     draw = random.Random(seed)
-    longest, moved = 0.0, 0
-    for number in range(61):
-        clear()
-        make_tree("a/tree")
-        Path("a/tree/large").write_text("large" * 1_000_000)
-        before = contents("a/tree")
-        start = time.monotonic()
-        move = subprocess.Popen([GARNEL, "mv", "a/tree", "b"])
-        if number > 0:  # the first round only takes the time
-            time.sleep(draw.uniform(0, longest))
-            move.kill()
-        move.wait(120)
-        longest = longest or time.monotonic() - start
-        check(set(before) <= set(contents("a", "b")), f"bytes are gone after round {number}")
-        moved += 0 < len(contents("b")) and Path("a/tree/").exists()
-    check(moved > 5, f"only {moved} rounds met the move at work")
+    in_tree = ["a/tree/large", "a/tree/large"]
+    for rounds, words, left in (
+        (80, ["mv", "a/tree", "b"], lambda: bool(os.listdir("b")) and Path("a/tree/").exists()),
+        (60, ["cp", "-r", "a/tree", "b"], lambda: bool(os.listdir("b"))),
+        (60, ["sort", "-S", "1M", "-o", "b/sorted", *in_tree], lambda: True),
+    ):
+        met = kill_at_random(draw, rounds, words, left)
+        check(met > 5, f"only {met} rounds met {words[0]} at work")
+        print(f"{words[0]}: {met} of {rounds} rounds met it at work")
 
 
 def main() -> None:
