@@ -10,7 +10,21 @@ namespace ls {
 namespace {
 
 constexpr int64_t seconds_a_day = 86400;
-constexpr int stretch_bits = 12;
+
+// Marks stand this many seconds apart, three days.
+constexpr int mark_bits = 18;
+
+// What local time is ahead of UTC at a mark. Enough of them for the files of thirty years.
+struct Mark {
+    int64_t number;
+    int64_t offset;
+    bool known;
+};
+constexpr size_t mark_count = 4096;
+Mark marks[mark_count];
+
+// The library's calendar does not reach there.
+constexpr int64_t no_offset = INT64_MIN;
 
 // Days are counted from 1970-01-01, in eras of 400 years that begin with a March, so that the leap day is the
 // last one of its year.
@@ -81,20 +95,22 @@ bool DateWriter::offset_at(int64_t time, int64_t* offset) {
     return true;
 }
 
-bool DateWriter::local_moment(int64_t time, Moment* moment) {
-    const int64_t number = time >> stretch_bits;
-    Stretch& stretch = stretches_[static_cast<uint64_t>(number) % stretches_.size()];
-    if (!stretch.known || stretch.number != number) {
-        // Clocks are put forward and back at least weeks apart: equal offsets at both ends hold in between.
-        const int64_t first = static_cast<int64_t>(static_cast<uint64_t>(number) << stretch_bits);
-        const int64_t last = first | ((int64_t{1} << stretch_bits) - 1);
-        int64_t offset_at_last = 0;
-        stretch = {.number = number, .offset = 0, .known = true, .steady = false};
-        stretch.steady = offset_at(first, &stretch.offset) && offset_at(last, &offset_at_last) &&
-                         stretch.offset == offset_at_last;
+int64_t DateWriter::offset_at_mark(int64_t number) {
+    Mark& mark = marks[static_cast<uint64_t>(number) % mark_count];
+    if (!mark.known || mark.number != number) {
+        mark = {.number = number, .offset = no_offset, .known = true};
+        const auto time = static_cast<int64_t>(static_cast<uint64_t>(number) << mark_bits);
+        if (!offset_at(time, &mark.offset)) mark.offset = no_offset;
     }
-    if (!stretch.steady) return from_library(time, moment);
-    *moment = from_seconds(time + stretch.offset);
+    return mark.offset;
+}
+
+bool DateWriter::local_moment(int64_t time, Moment* moment) {
+    const int64_t number = time >> mark_bits;
+    const int64_t offset = offset_at_mark(number);
+    // Clocks are put forward and back at least weeks apart: equal offsets at both marks hold in between.
+    if (offset == no_offset || offset != offset_at_mark(number + 1)) return from_library(time, moment);
+    *moment = from_seconds(time + offset);
     return true;
 }
 

@@ -1,9 +1,8 @@
 // Dates of listings. The C library's calendar takes longer for a file than all the rest of its line, so it is
-// asked once for every stretch of time.
+// asked at marks some days apart only.
 
 #pragma once
 
-#include <array>
 #include <cstdint>
 #include <ctime>
 
@@ -26,21 +25,13 @@ class DateWriter {
         unsigned minute;
         unsigned second;
     };
-    // A stretch of somewhat more than an hour, and what local time is ahead of UTC throughout.
-    struct Stretch {
-        int64_t number;
-        int64_t offset;
-        bool known;
-        bool steady;  // the offset does not change within
-    };
-
     static Moment from_seconds(int64_t seconds);
     static bool from_library(time_t time, Moment* moment);
     static bool offset_at(int64_t time, int64_t* offset);
-    bool local_moment(int64_t time, Moment* moment);
+    static int64_t offset_at_mark(int64_t number);
+    static bool local_moment(int64_t time, Moment* moment);
 
     bool utc_;
-    std::array<Stretch, 64> stretches_{};
     time_t time_ = 0;  // whose text is there: files often come in groups of one age
     char text_[32] = {};
 };
