@@ -28,12 +28,12 @@ class Compare:
     theirs: str  # the same for a tool of the host, or for a program of this directory
     goal: float | None = None  # ours / theirs at most; None: only shown
     output: str = ""  # a shell's words for it, "| sink BYTES" or "> out"; without: /dev/null and no shell
-    elsewhere: bool = False  # the directory of this name is another file system in memory; takes root
-    prepare: str = ""  # a shell's command that makes what a run consumes; not measured
     data: tuple[Data, ...] = ()
     runs: int = 1  # in each round
     room: int = 0  # bytes of disk for the output
     needs: str = "coreutils"  # the Debian package of their tool
+    elsewhere: bool = False  # the directory of this name is another file system in memory; takes root
+    prepare: str = ""  # a shell's command that makes what a run consumes; not measured
 
 
 @dataclass(frozen=True)

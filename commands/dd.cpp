@@ -222,12 +222,13 @@ struct Copy {
     }
 };
 
-// Between two different files nobody sees the blocks of a copy that shows no progress.
+// Between two different files, or towards a device, nobody sees the blocks of a copy that shows no progress, as
+// far as the system does it by itself.
 bool hides_blocks(const Settings& settings, int in, int out) {
     struct stat from;
     struct stat to;
     return !settings.dots && !settings.dashes && !settings.count_given && fstat(in, &from) == 0 &&
-           fstat(out, &to) == 0 && S_ISREG(from.st_mode) && S_ISREG(to.st_mode) &&
+           fstat(out, &to) == 0 && S_ISREG(from.st_mode) && (S_ISREG(to.st_mode) || S_ISCHR(to.st_mode)) &&
            (from.st_dev != to.st_dev || from.st_ino != to.st_ino);
 }
 

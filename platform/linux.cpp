@@ -108,6 +108,9 @@ uint64_t copy_in_system(int in, int out, uint64_t most) {
     if (in_file && out_file) {
         return repeat(most, [&](size_t size) { return copy_file_range(in, nullptr, out, nullptr, size, 0); });
     }
+    // What is thrown away need not be copied first.
+    if (in_file && S_ISCHR(out_stat.st_mode) && out_stat.st_rdev == makedev(1, 3))
+        return repeat(most, [&](size_t size) { return sendfile(out, in, nullptr, size); });
     if ((in_pipe && (out_pipe || out_file)) || (out_pipe && in_file && in_stat.st_size > lent_size)) {
         if (out_pipe) enlarge_pipe(out);
         return repeat(most,
