@@ -51,8 +51,9 @@ function(garnel_link_options target)
   endif()
   target_link_options(${target} PRIVATE -Wl,--gc-sections -Wl,--build-id=none)
   if(CMAKE_TOOLCHAIN_FILE)
-    # One segment less to map, and no second mprotect before main.
-    target_link_options(${target} PRIVATE -Wl,-z,noseparate-code -Wl,-z,norelro
+    # One segment less to map, and no second mprotect before main. The variables follow the code in the file
+    # without filling up its last page.
+    target_link_options(${target} PRIVATE -Wl,-z,noseparate-code -Wl,-z,norelro -Wl,-z,common-page-size=512
       -Wl,-T,${CMAKE_SOURCE_DIR}/cmake/startup.ld)
     set_property(TARGET ${target} APPEND PROPERTY LINK_DEPENDS ${CMAKE_SOURCE_DIR}/cmake/startup.ld)
   else()

@@ -56,16 +56,20 @@ int cell_cmp_str_len(const colp_cell* a, const colp_cell* b) {
 }  // namespace
 
 unsigned colp_addcell_string(colp_table* table, const char* text) {
+    return text == nullptr ? COLP_EINVAL : colp_addcell_text(table, text, strlen(text));
+}
+
+unsigned colp_addcell_text(colp_table* table, const char* text, size_t length) {
     if (text == nullptr) return COLP_EINVAL;
     if (const unsigned status = check_cursor(table, COLP_STRING); status != COLP_OK) return status;
-    const size_t length = strlen(text);
     size_t size;
     if (length > UINT32_MAX || __builtin_add_overflow(length, sizeof(colp_cell) + 1, &size))
         return COLP_ENOMEM;
     auto* const cell = static_cast<colp_cell*>(table->row_memory.allocate(size));
     if (cell == nullptr) return COLP_ENOMEM;
     auto* const copy = reinterpret_cast<char*>(cell + 1);
-    colprint::copy_bytes(copy, text, length + 1);
+    colprint::copy_bytes(copy, text, length);
+    copy[length] = '\0';
     cell->text = copy;
     cell->text_length = static_cast<uint32_t>(length);
     link_cell(table, cell);

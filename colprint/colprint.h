@@ -178,6 +178,8 @@ void colp_delete(colp_table* table);
 /// COLP_ECELLTYPE: the column has another type; COLP_ENOMEM. A row that has been ended still takes cells,
 /// until the next one begins.
 [[nodiscard]] unsigned colp_addcell_string(colp_table* table, const char* text);
+/// The same with the first `length` bytes of a text, none of which is a NUL.
+[[nodiscard]] unsigned colp_addcell_text(colp_table* table, const char* text, size_t length);
 [[nodiscard]] unsigned colp_addcell_int(colp_table* table, int64_t value);
 [[nodiscard]] unsigned colp_addcell_uint(colp_table* table, uint64_t value);
 [[nodiscard]] unsigned colp_addcell_hex(colp_table* table, uint64_t value);

@@ -40,7 +40,21 @@ class Output {
         used_ += length;
     }
     void put(std::string_view text) { put(text.data(), text.size()); }
-    void put(char ch) { put(&ch, 1); }
+    void put(char ch) {
+        if (used_ == sizeof buffer_) flush();
+        buffer_[used_++] = ch;
+    }
+
+    /// Writes a text and blanks behind it.
+    void put_padded(const char* text, size_t length, uint64_t blanks) {
+        if (length + run_length > sizeof buffer_ - used_ || blanks > run_length) {
+            put(text, length);
+            return repeat(spaces, blanks);
+        }
+        colprint::copy_bytes(buffer_ + used_, text, length);
+        memcpy(buffer_ + used_ + length, spaces, run_length);
+        used_ += length + blanks;
+    }
 
     /// Writes `count` bytes of a run of equal characters.
     void repeat(const char (&run)[run_length + 1], uint64_t count) {
@@ -206,8 +220,7 @@ void print_justified(Output& out, uint32_t justification, std::string_view text,
     default: abort();
     }
     out.repeat(spaces, before);
-    out.put(text);
-    if (pad_right) out.repeat(spaces, behind);
+    out.put_padded(text.data(), text.size(), pad_right ? behind : 0);
 }
 
 /// Formats a number and the column's suffix into the table's work buffer. False: the result is longer than
@@ -271,9 +284,12 @@ void render(Output& out, const colp_table& table, const colp_column& column, con
         text = table.work_buffer;
     }
 
-    if (table.style == COLP_STYLE_RAW || length >= width_of(column)) return out.put(text, length);
+    const uint64_t width = width_of(column);
+    if (table.style == COLP_STYLE_RAW || length >= width) return out.put(text, length);
     const bool ends_line =
         column.next == nullptr || (!table.fancy && cell != nullptr && cell->next == nullptr);
+    if (column.cell_justification == COLP_JUST_LEFT)
+        return out.put_padded(text, length, ends_line ? 0 : width - length);
     print_justified(out, column.cell_justification, {text, length}, column, !ends_line);
 }
 
@@ -306,7 +322,12 @@ void print_rule(Output& out, const colp_table& table) {
 void print_row(Output& out, const colp_table& table, const colp_row& row, std::string_view separator) {
     const colp_column* column = table.first_column;
     for (const colp_cell* cell = row.first_cell; cell != nullptr; cell = cell->next) {
-        if (column != table.first_column) out.put(separator);
+        if (column != table.first_column) {
+            if (separator.size() == 1)
+                out.put(separator.front());
+            else
+                out.put(separator);
+        }
         render(out, table, *column, cell);
         column = column->next;
     }

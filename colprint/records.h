@@ -33,10 +33,21 @@ inline void copy_bytes(char* to, const char* from, size_t length) {
 /// Holds the rows and cells. They live and die together, so they are cut from a few large blocks instead of
 /// being allocated one by one: a million rows cost some hundred allocations, and removing them as few.
 struct RowMemory {
+    static constexpr size_t alignment = alignof(uint64_t);
     struct Block;
 
     /// Aligned for every record; null when memory is short.
-    [[nodiscard]] void* allocate(size_t size);
+    [[nodiscard]] void* allocate(size_t size) {
+        size_t needed;
+        if (__builtin_add_overflow(size, alignment - 1, &needed)) return nullptr;
+        needed -= needed % alignment;
+        if (needed > room && !add_block(needed)) return nullptr;
+        void* const result = position;
+        position += needed;
+        room -= needed;
+        return result;
+    }
+    [[nodiscard]] bool add_block(size_t least);
     /// Takes everything back. One block is kept, so that filling and emptying a table again and again needs
     /// no allocation as long as the rows fit in it.
     void clear();

@@ -11,8 +11,8 @@ namespace {
 constexpr size_t smallest_block = size_t{4} << 10;
 constexpr size_t largest_block = size_t{1} << 20;
 
-constexpr size_t alignment = alignof(colp_cell);
-static_assert(alignof(colp_row) <= alignment);
+static_assert(alignof(colp_cell) <= colprint::RowMemory::alignment);
+static_assert(alignof(colp_row) <= colprint::RowMemory::alignment);
 
 }  // namespace
 
@@ -20,30 +20,22 @@ struct colprint::RowMemory::Block {
     Block* older;
     size_t size;  // without this header
 };
-static_assert(sizeof(colprint::RowMemory::Block) % alignment == 0);
+static_assert(sizeof(colprint::RowMemory::Block) % colprint::RowMemory::alignment == 0);
 
-void* colprint::RowMemory::allocate(size_t size) {
-    size_t needed;
-    if (__builtin_add_overflow(size, alignment - 1, &needed)) return nullptr;
-    needed -= needed % alignment;
-    if (needed > room) {
-        size_t usual = smallest_block;
-        if (newest != nullptr) usual = newest->size < largest_block / 2 ? newest->size * 2 : largest_block;
-        const size_t block_size = std::max(usual, needed);
-        size_t total;
-        if (__builtin_add_overflow(block_size, sizeof(Block), &total)) return nullptr;
-        auto* const block = static_cast<Block*>(malloc(total));
-        if (block == nullptr) return nullptr;
-        block->older = newest;
-        block->size = block_size;
-        newest = block;
-        position = reinterpret_cast<char*>(block + 1);
-        room = block_size;
-    }
-    void* const result = position;
-    position += needed;
-    room -= needed;
-    return result;
+bool colprint::RowMemory::add_block(size_t least) {
+    size_t usual = smallest_block;
+    if (newest != nullptr) usual = newest->size < largest_block / 2 ? newest->size * 2 : largest_block;
+    const size_t block_size = std::max(usual, least);
+    size_t total;
+    if (__builtin_add_overflow(block_size, sizeof(Block), &total)) return false;
+    auto* const block = static_cast<Block*>(malloc(total));
+    if (block == nullptr) return false;
+    block->older = newest;
+    block->size = block_size;
+    newest = block;
+    position = reinterpret_cast<char*>(block + 1);
+    room = block_size;
+    return true;
 }
 
 void colprint::RowMemory::clear() {

@@ -40,10 +40,11 @@ int64_t days_until(int64_t year, int64_t month, int64_t day) {
     return era * days_an_era + day_of_era - days_before_epoch;
 }
 
-char* put_two(char* end, unsigned number, char fill) {
-    *end++ = number < 10 ? fill : static_cast<char>('0' + number / 10);
-    *end++ = static_cast<char>('0' + number % 10);
-    return end;
+inline char* put_two(char* end, unsigned number, char fill) {
+    const unsigned tens = number / 10;
+    end[0] = tens == 0 ? fill : static_cast<char>('0' + tens);
+    end[1] = static_cast<char>('0' + number - tens * 10);
+    return end + 2;
 }
 
 }  // namespace
@@ -114,8 +115,8 @@ bool DateWriter::local_moment(int64_t time, Moment* moment) {
     return true;
 }
 
-const char* DateWriter::text(time_t time) {
-    if (time == time_ && text_[0] != '\0') return text_;
+std::string_view DateWriter::text(time_t time) {
+    if (time == time_ && length_ != 0) return {text_, length_};
     Moment moment;
     if (utc_) {
         moment = from_seconds(time);
@@ -136,8 +137,8 @@ const char* DateWriter::text(time_t time) {
     end = put_two(end, moment.minute, '0');
     *end++ = ':';
     end = put_two(end, moment.second, '0');
-    *end = '\0';
-    return text_;
+    length_ = static_cast<size_t>(end - text_);
+    return {text_, length_};
 }
 
 }  // namespace ls

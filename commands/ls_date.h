@@ -5,6 +5,7 @@
 
 #include <cstdint>
 #include <ctime>
+#include <string_view>
 
 namespace ls {
 
@@ -14,7 +15,7 @@ class DateWriter {
 
     // The text of a time, "year-month-day hour:minute:second" without padding of the year and with the hour
     // padded by a blank; "-" for a time whose year no calendar holds. Valid until the next call.
-    [[nodiscard]] const char* text(time_t time);
+    [[nodiscard]] std::string_view text(time_t time);
 
   private:
     struct Moment {
@@ -33,7 +34,8 @@ class DateWriter {
 
     bool utc_;
     time_t time_ = 0;  // whose text is there: files often come in groups of one age
-    char text_[32] = {};
+    size_t length_ = 0;
+    char text_[32];
 };
 
 }  // namespace ls

@@ -87,9 +87,9 @@ void NameBuffer::append(std::string_view piece) {
     size_ += piece.size();
 }
 
-const char* NameBuffer::text() {
-    data_.get()[size_] = '\0';
-    return memory_short_ ? nullptr : data_.get();
+std::optional<std::string_view> NameBuffer::text() const {
+    if (memory_short_) return std::nullopt;
+    return std::string_view(data_.get(), size_);
 }
 
 namespace {
@@ -151,8 +151,8 @@ class Cells {
   public:
     explicit Cells(colp_table* table) : table_(table), status_(colp_beginrow(table)) {}
 
-    void add(const char* text) {
-        if (status_ == COLP_OK) status_ = colp_addcell_string(table_, text);
+    void add(std::string_view text) {
+        if (status_ == COLP_OK) status_ = colp_addcell_text(table_, text.data(), text.size());
     }
     void add(uint64_t number) {
         if (status_ == COLP_OK) status_ = colp_addcell_uint(table_, number);
@@ -183,7 +183,7 @@ void add_mode(Cells& cells, mode_t mode) {
     for (unsigned bit = 0; bit < 9; bit++) {
         if ((mode >> (8 - bit) & 1) == 0) text[1 + bit] = '-';
     }
-    cells.add(text);
+    cells.add({text, sizeof text - 1});
 }
 
 void add_name(Cells& cells, const char* name) {
@@ -193,9 +193,9 @@ void add_name(Cells& cells, const char* name) {
 // The next unit comes above 256 of it, not above one.
 void add_size(Cells& cells, int64_t size, bool human) {
     char text[24];
-    const char* suffix = "";
+    char suffix = '\0';
     if (human) {
-        constexpr const char* suffixes[] = {"k", "M", "G", "T", "P"};
+        constexpr char suffixes[] = {'k', 'M', 'G', 'T', 'P'};
         for (int unit = 5; unit >= 1; unit--) {
             if (static_cast<uint64_t>(size) > uint64_t{1} << (unit * 10 + 8)) {
                 size >>= unit * 10;
@@ -205,8 +205,8 @@ void add_size(Cells& cells, int64_t size, bool human) {
         }
     }
     char* end = std::to_chars(text, text + sizeof text, static_cast<uint64_t>(size)).ptr;
-    strcpy(end, suffix);
-    cells.add(text);
+    if (suffix != '\0') *end++ = suffix;
+    cells.add({text, static_cast<size_t>(end - text)});
 }
 
 void add_long_columns(Cells& cells, RowWriter& writer, const EntryStatus& status) {
@@ -248,9 +248,9 @@ unsigned render_item(RowWriter& writer, const EntryDirectory& directory, const D
     writer.name.clear();
     append_colored(writer, status->mode, form == NameForm::operand ? directory.path : entry.name);
     if (shows_target && status->size < longest_target) append_target(writer, directory, link, status->size);
-    const char* name = writer.name.text();
-    if (name == nullptr) return COLP_ENOMEM;
-    cells.add(name);
+    const std::optional<std::string_view> name = writer.name.text();
+    if (!name) return COLP_ENOMEM;
+    cells.add(*name);
     return cells.end();
 }
 

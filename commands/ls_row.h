@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string_view>
 
 #include "colprint/colprint.h"
@@ -79,8 +80,8 @@ class NameBuffer {
     void clear() { size_ = 0; }
     void append(std::string_view piece);
 
-    // The text, null when memory was short for a piece of it.
-    [[nodiscard]] const char* text();
+    // The text, nothing when memory was short for a piece of it.
+    [[nodiscard]] std::optional<std::string_view> text() const;
 
   private:
     CString data_;
