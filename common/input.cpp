@@ -62,33 +62,33 @@ Input::~Input() {
 }
 
 std::string_view Input::look() {
-    if (taken_ < part_.size()) return {part_.data() + taken_, part_.size() - taken_};
-    pass_part();
+    if (taken_ < stretch_.size()) return {stretch_.data() + taken_, stretch_.size() - taken_};
+    pass_stretch();
     if (place_ >= trial_end_) end_trial();
-    if ((way_ == Way::mapping_on_trial || way_ == Way::mapping) && map_next()) return part_;
-    if (ended_) return part_;
+    if ((way_ == Way::mapping_on_trial || way_ == Way::mapping) && map_next()) return stretch_;
+    if (ended_) return stretch_;
     const ptrdiff_t count = read_some(fd_, buffer_, buffer_size);
     if (count <= 0) {
         ended_ = true;
         if (count < 0) error_ = errno;
     } else {
-        part_ = {buffer_, static_cast<size_t>(count)};
+        stretch_ = {buffer_, static_cast<size_t>(count)};
     }
-    return part_;
+    return stretch_;
 }
 
 bool Input::confirm() {
     if (!window_.broken) return true;
-    pass_part();
+    pass_stretch();
     read_from_here(Way::reading);
     return false;
 }
 
-// Leaves the part with its taken bytes behind.
-void Input::pass_part() {
+// Leaves the stretch with its taken bytes behind.
+void Input::pass_stretch() {
     place_ += taken_;
     taken_ = 0;
-    part_ = {};
+    stretch_ = {};
     unmap();
 }
 
@@ -115,7 +115,7 @@ void Input::end_trial() {
     }
 }
 
-// Makes the bytes from the present place on the part. Goes on reading where that is not worth it, or
+// Makes the bytes from the present place on the stretch. Goes on reading where that is not worth it, or
 // impossible.
 bool Input::map_next() {
     if (place_ + least_mapped <= file_end_) {
@@ -135,7 +135,7 @@ bool Input::map_next() {
             window_ = {.begin = begin, .end = begin + size, .broken = false, .next = windows};
             windows = &window_;
             const auto skipped = static_cast<size_t>(place_ - begin_place);
-            part_ = {begin + skipped, size - skipped};
+            stretch_ = {begin + skipped, size - skipped};
             return true;
         }
     }

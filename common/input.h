@@ -1,4 +1,4 @@
-// Reading a descriptor from its present place to its end in large parts, for commands that look at every
+// Reading a descriptor from its present place to its end in large stretches, for commands that look at every
 // byte.
 
 #pragma once
@@ -15,11 +15,11 @@
 //
 //     Input in(fd, buffer, Input::Access::map);
 //     for (;;) {
-//         std::string_view part = in.look();
-//         if (part.empty()) break;
-//         ...                            // learn something from the part
+//         std::string_view stretch = in.look();
+//         if (stretch.empty()) break;
+//         ...                            // learn something from the stretch
 //         if (!in.confirm()) continue;   // what was learnt is void
-//         in.take(part.size());
+//         in.take(stretch.size());
 //     }
 class Input {
   public:
@@ -37,8 +37,8 @@ class Input {
     // until the next call. Empty at the end, and at a read error, from then on without reading again.
     [[nodiscard]] std::string_view look();
 
-    // True when the part that look() showed is what the file holds. Otherwise the file became shorter, or its
-    // disk failed, while it was looked at; the place has not changed, and look() shows what can be read
+    // True when the stretch that look() showed is what the file holds. Otherwise the file became shorter, or
+    // its disk failed, while it was looked at; the place has not changed, and look() shows what can be read
     // there. Bytes that were read are always confirmed.
     [[nodiscard]] bool confirm();
 
@@ -61,7 +61,7 @@ class Input {
 
     enum class Way { mapping_on_trial, reading_on_trial, mapping, reading };
 
-    void pass_part();
+    void pass_stretch();
     void start(Way way);
     void read_from_here(Way way);
     void end_trial();
@@ -70,9 +70,9 @@ class Input {
 
     int fd_;
     char* buffer_;
-    std::string_view part_;
-    size_t taken_ = 0;    // of part_
-    uint64_t place_ = 0;  // of part_ in the file, where that counts
+    std::string_view stretch_;
+    size_t taken_ = 0;    // of stretch_
+    uint64_t place_ = 0;  // of stretch_ in the file, where that counts
     uint64_t file_end_ = 0;
     bool ended_ = false;
     int error_ = 0;

@@ -10,8 +10,8 @@
 [[nodiscard]] char* gn_joinpath(const char* dir, const char* name);
 
 // New: the target of a symbolic link as seen from where the link's path is seen from: target itself when it
-// begins with a separator, otherwise put behind the part of linkpath that ends with its last '/'. A backslash
-// in linkpath separates nothing.
+// begins with a separator, otherwise put behind the beginning of linkpath that ends with its last '/'. A
+// backslash in linkpath separates nothing.
 [[nodiscard]] char* gn_substlink(const char* linkpath, const char* target);
 
 // New: the target of a symbolic link that the open directory dir (or AT_FDCWD) holds, at most its first

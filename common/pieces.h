@@ -10,7 +10,7 @@ namespace pieces {
 
 inline constexpr size_t longest_piece = 2046;
 
-// Counts pieces from the beginning of a text that comes in parts.
+// Counts pieces from the beginning of a text that comes in stretches.
 class Forward {
   public:
     // Passes over pieces that end between data and end, at most *left of them, and takes their number off
@@ -25,15 +25,15 @@ class Forward {
     size_t open_ = 0;
 };
 
-// Finds the beginning of the last `wanted` pieces of a text whose parts are looked at from the last to the
-// first. Places are offsets from wherever the caller likes.
+// Finds the beginning of the last `wanted` pieces of a text whose stretches are looked at from the last to
+// the first. Places are offsets from wherever the caller likes.
 class Backward {
   public:
     // `end` is the place behind the text's last byte.
     Backward(uint64_t end, uint64_t wanted) : line_end_(end), left_(wanted), start_(end) {}
 
-    // Looks at a part, whose first byte has this place and whose end is the part looked at before, or the
-    // text's end. True when the beginning is found.
+    // Looks at a stretch, whose first byte has this place and whose end is the stretch looked at before, or
+    // the text's end. True when the beginning is found.
     [[nodiscard]] bool look(const char* data, size_t size, uint64_t place);
 
     // The beginning; `begin` is that of the text, for when all of it was looked at.
