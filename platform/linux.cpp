@@ -19,6 +19,7 @@
 #include <sys/uio.h>
 #include <unistd.h>
 
+#include "platform/linux_statx.h"
 #include "platform/platform.h"
 
 // times() is a plain system call, while a precise clock first has to be found in the page of code that the kernel
@@ -143,42 +144,8 @@ ptrdiff_t lend_to_pipe(int pipe, const void* data, size_t size) {
 
 namespace {
 
-// statx(2) and getdents64(2) with their records as the kernel lays them out: musl declares neither of them in
-// the version that we build with.
-struct KernelTime {
-    int64_t seconds;
-    uint32_t nanoseconds;
-    int32_t reserved;
-};
-
-struct KernelStatus {
-    uint32_t mask;
-    uint32_t block_size;
-    uint64_t attributes;
-    uint32_t links;
-    uint32_t user;
-    uint32_t group;
-    uint16_t mode;
-    uint16_t reserved;
-    uint64_t inode;
-    uint64_t size;
-    uint64_t blocks;
-    uint64_t attributes_mask;
-    KernelTime access;
-    KernelTime birth;
-    KernelTime change;
-    KernelTime modification;
-    uint32_t device_represented_major;
-    uint32_t device_represented_minor;
-    uint32_t device_major;
-    uint32_t device_minor;
-    uint64_t unused[14];
-};
-static_assert(sizeof(KernelStatus) == 256);
-
-constexpr unsigned basic_status = 0x7ff;  // STATX_BASIC_STATS
-constexpr unsigned birth_time = 0x800;    // STATX_BTIME
-
+// getdents64(2) with its record as the kernel lays it out: musl does not declare it in the version that we build
+// with.
 struct KernelEntry {
     uint64_t inode;
     int64_t offset;

@@ -26,6 +26,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include "platform/linux_statx.h"
 #include "platform/mounts.h"
 #include "platform/platform.h"
 
@@ -352,20 +353,6 @@ class CurrentTable {
 
 // ---- asking about a path
 
-// What statx(2) fills in, as far as it matters here: musl does not declare it.
-struct KernelStatus {
-    uint32_t mask;
-    uint32_t unused1[33];
-    uint32_t device_major;
-    uint32_t device_minor;
-    uint64_t mount_id;
-    uint64_t unused2[13];
-};
-static_assert(sizeof(KernelStatus) == 256);
-
-constexpr unsigned statx_mount_id = 0x1000;        // STATX_MNT_ID
-constexpr unsigned statx_without_asking = 0x4000;  // AT_STATX_DONT_SYNC
-
 struct Answer {
     int error;
     uint64_t mount_id;
@@ -391,10 +378,10 @@ bool mount_id_from_proc(int fd, uint64_t* id) {
 }
 
 bool mount_id_of(int fd, uint64_t* id) {
-    KernelStatus status{};
-    const unsigned flags = AT_EMPTY_PATH | statx_without_asking;
-    if (syscall(SYS_statx, fd, "", flags, statx_mount_id, &status) != 0 ||
-        (status.mask & statx_mount_id) == 0)
+    platform::KernelStatus status{};
+    const unsigned flags = AT_EMPTY_PATH | platform::without_asking;
+    if (syscall(SYS_statx, fd, "", flags, platform::mount_id, &status) != 0 ||
+        (status.mask & platform::mount_id) == 0)
         return mount_id_from_proc(fd, id);
     *id = status.mount_id;
     return true;
