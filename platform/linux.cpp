@@ -83,14 +83,14 @@ void make_blocking(int fd) {
     const int flags = fcntl(fd, F_GETFL);
     struct stat status;
     if (flags < 0 || (flags & O_NONBLOCK) == 0 || fstat(fd, &status) != 0 || S_ISREG(status.st_mode)) return;
-    // The flag belongs to everybody who shares the open file: a second opening of it has one of its own.
+    // The flag belongs to everybody who shares the open file: a second opening of it has one of its own. The opening
+    // itself must not wait for the reader of a FIFO that has gone away.
     char path[sizeof "/proc/self/fd/" + 3 * sizeof fd];
     snprintf(path, sizeof path, "/proc/self/fd/%d", fd);
-    const int own = open(path, (flags & O_ACCMODE) | O_CLOEXEC | O_NOCTTY);
-    if (own < 0) {
-        fcntl(fd, F_SETFL, flags & ~O_NONBLOCK);  // a socket, which cannot be opened
-        return;
-    }
+    const int own = open(path, (flags & O_ACCMODE) | O_NONBLOCK | O_CLOEXEC | O_NOCTTY);
+    // There is none of a socket, nor of a FIFO without a reader.
+    fcntl(own >= 0 ? own : fd, F_SETFL, flags & ~O_NONBLOCK);
+    if (own < 0) return;
     dup2(own, fd);
     close(own);
 }

@@ -170,6 +170,14 @@ TEST(Common, StreamsBlock) {
     const UniqueFd here(ends[0]), there(ends[1]);
     platform::make_blocking(here.get());
     EXPECT_TRUE(blocks(here) && !blocks(there));
+
+    const std::string fifo = testing::TempDir() + "fifo-without-reader";
+    mkfifo(fifo.c_str(), 0600);
+    UniqueFd reader(open(fifo.c_str(), O_RDONLY | O_NONBLOCK));
+    const UniqueFd writer(open(fifo.c_str(), O_WRONLY | O_NONBLOCK));
+    EXPECT_TRUE(reader.close() && unlink(fifo.c_str()) == 0);
+    platform::make_blocking(writer.get());  // and does not wait for another reader
+    EXPECT_TRUE(blocks(writer));
 }
 
 TEST(Common, Times) {
