@@ -11,11 +11,13 @@
 #include <arpa/inet.h>
 #include <netdb.h>
 #include <netinet/in.h>
+#include <strings.h>
 #include <sys/socket.h>
 
 #include "app/tools.h"
 #include "common/cli.h"
 #include "common/output.h"
+#include "common/own.h"
 #include "lib/containers/container_vector.h"
 #include "lib/option/option.h"
 
@@ -28,6 +30,13 @@ constexpr const char* usage[] = {
 
 constexpr const char* blanks = " \t\n\v\f\r";
 
+// musl leaves the hosts file's aliases out, and finds no name there in other letters or at the file's very end.
+#ifdef __GLIBC__
+constexpr bool library_is_musl = false;
+#else
+constexpr bool library_is_musl = true;
+#endif
+
 // Aliases in their order, as the lines that are printed.
 class Aliases {
   public:
@@ -36,8 +45,6 @@ class Aliases {
         count_++;
         return lines_.push_back('\t') && lines_.append({name.data(), name.size()}) && lines_.push_back('\n');
     }
-
-    [[nodiscard]] bool empty() const { return count_ == 0; }
 
     void print() const {
         printf("The host has %i alias%s.\n", count_, count_ == 1 ? "" : "es");
@@ -49,9 +56,13 @@ class Aliases {
     Vector<char> lines_;
 };
 
-bool equal(const char* a, const char* b) {
-    return strcmp(a, b) == 0;
-}
+// What is known of a host; without a name, nothing is.
+struct Host {
+    CString name;
+    int family = AF_INET;
+    Vector<in_addr> addresses;
+    Aliases aliases;
+};
 
 // The next word of a text, which loses it; empty at the end.
 std::string_view take_word(const char** text) {
@@ -61,33 +72,39 @@ std::string_view take_word(const char** text) {
     return word;
 }
 
+// In upper or lower case.
 bool holds_word(const char* text, std::string_view wanted) {
     for (;;) {
         std::string_view word = take_word(&text);
-        if (word.empty() || word == wanted) return !word.empty();
+        if (word.empty()) return false;
+        if (word.size() == wanted.size() && strncasecmp(word.data(), wanted.data(), word.size()) == 0)
+            return true;
     }
 }
 
 // Adds what a line of the hosts file says of the host that was asked for:
 //     ADDRESS NAME [ALIAS]... [# COMMENT]
-// The line's own name comes last, unless it is the official one. False when there is no memory.
-bool add_from_line(char* line, const char* asked, const char* official, Aliases* aliases) {
+// The line's own name comes last, unless it is the official one, that of the first line. False when there is no
+// memory.
+bool add_from_line(char* line, const char* asked, Host* host) {
     line[strcspn(line, "#")] = '\0';
     char* address = line + strspn(line, blanks);
     char* names = address + strcspn(address, blanks);
     if (*names == '\0' || !holds_word(names + 1, asked)) return true;
     *names++ = '\0';
-    in_addr ignored;
-    if (inet_aton(address, &ignored) == 0) return true;
+    in_addr number;
+    if (inet_aton(address, &number) == 0) return true;
 
     const char* rest = names;
     std::string_view name = take_word(&rest);
+    if (!host->name) host->name = CString(strndup(name.data(), name.size()));
+    if (!host->name || !host->addresses.push_back(number)) return false;
     for (;;) {
         std::string_view alias = take_word(&rest);
         if (alias.empty()) break;
-        if (!aliases->add(alias)) return false;
+        if (!host->aliases.add(alias)) return false;
     }
-    return name == official || aliases->add(name);
+    return name == host->name.get() || host->aliases.add(name);
 }
 
 // The lines of the hosts file; none when it cannot be read.
@@ -112,44 +129,52 @@ class HostsFile {
     size_t capacity_ = 0;
 };
 
-// Collects the aliases of the host that was asked for. musl knows two at most, the official name, which is
-// none, and the name that was asked for; it leaves out what the hosts file says. Other C libraries keep the
-// official name out of the list and do not need the repair. False when there is no memory.
-bool collect(const hostent& host, const char* asked, Aliases* aliases) {
-    char** list = host.h_aliases;
-    if (*list != nullptr && host.h_name != nullptr && equal(*list, host.h_name)) {
-        list++;
-        HostsFile hosts;
-        while (char* line = hosts.next_line()) {
-            if (!add_from_line(line, asked, host.h_name, aliases)) return false;
-        }
-        if (!aliases->empty()) return true;
+// Adds what the library says. False when there is no memory.
+bool add_from_library(const char* asked, Host* host) {
+    const hostent* found = gethostbyname(asked);
+    if (found == nullptr) return true;
+    const char* name = found->h_name != nullptr ? found->h_name : "";
+    host->name = CString(strdup(name));
+    if (!host->name) return false;
+    host->family = found->h_addrtype;
+    for (char** address = found->h_addr_list; *address != nullptr; address++) {
+        in_addr number;
+        memcpy(&number, *address, sizeof number);
+        if (!host->addresses.push_back(number)) return false;
     }
-    for (; *list != nullptr; list++) {
-        if (!aliases->add(*list)) return false;
+    char** alias = found->h_aliases;
+    if (library_is_musl && *alias != nullptr) alias++;  // the first one is the official name
+    for (; *alias != nullptr; alias++) {
+        if (!host->aliases.add(*alias)) return false;
     }
     return true;
 }
 
-void print_addresses(const hostent& host) {
-    int count = 0;
-    while (host.h_addr_list[count] != nullptr) count++;
-    printf("The host has %i address%s.\n", count, count == 1 ? "" : "es");
-    for (int i = 0; i < count; i++) {
-        if (host.h_addrtype != AF_INET) {
-            printf("\t??? unknown address family: 0x%04X\n", static_cast<unsigned>(host.h_addrtype));
-            break;
+// False when there is no memory. A name with blanks never is a host, but matches a row of names in the hosts file as
+// musl reads it. An address is a host of its own.
+bool find(const char* asked, Host* host) {
+    if (asked[strcspn(asked, blanks)] != '\0') return true;
+    in_addr number;
+    if (library_is_musl && inet_aton(asked, &number) == 0) {
+        HostsFile hosts;
+        while (char* line = hosts.next_line()) {
+            if (!add_from_line(line, asked, host)) return false;
         }
-        in_addr address;
-        memcpy(&address, host.h_addr_list[i], sizeof address);
-        printf("\t%s\n", inet_ntoa(address));
+        if (host->name) return true;
     }
+    return add_from_library(asked, host);
 }
 
-// Null when there is no such host. A name with blanks never is one, but matches a row of names in the hosts
-// file as musl reads it.
-const hostent* find(const char* name) {
-    return name[strcspn(name, blanks)] == '\0' ? gethostbyname(name) : nullptr;
+void print_addresses(const Host& host) {
+    const int count = static_cast<int>(host.addresses.size());
+    printf("The host has %i address%s.\n", count, count == 1 ? "" : "es");
+    for (const in_addr& address : host.addresses) {
+        if (host.family != AF_INET) {
+            printf("\t??? unknown address family: 0x%04X\n", static_cast<unsigned>(host.family));
+            break;
+        }
+        printf("\t%s\n", inet_ntoa(address));
+    }
 }
 
 }  // namespace
@@ -165,13 +190,12 @@ int gn_nslookup(int argc, char** argv) {
     if (argc > 1) return cli::fail("nslookup: extra operand '%s'\n", argv[1]);
 
     const char* name = argv[0];
-    const hostent* host = find(name);
-    if (host == nullptr) return cli::fail("nslookup: no such host: '%s'\n", name);
-    Aliases aliases;
-    if (!collect(*host, name, &aliases)) return cli::fail("nslookup: %s: %s\n", name, gn_strerror(ENOMEM));
+    Host host;
+    if (!find(name, &host)) return cli::fail("nslookup: %s: %s\n", name, gn_strerror(ENOMEM));
+    if (!host.name) return cli::fail("nslookup: no such host: '%s'\n", name);
 
-    if (host->h_name != nullptr && host->h_name[0] != '\0') printf("Name: %s\n", host->h_name);
-    print_addresses(*host);
-    aliases.print();
+    if (*host.name.get() != '\0') printf("Name: %s\n", host.name.get());
+    print_addresses(host);
+    host.aliases.print();
     return output::finish("nslookup", 0);
 }

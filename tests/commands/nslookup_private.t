@@ -11,6 +11,7 @@ Host names come from a hosts file of our own, and behind it from a name server t
   > fe80::1 one.test six
   > nonsense wrong
   > END
+  $ printf '10.0.0.5 Last.Test End' >> hosts
   $ cat > names.py <<'END'
   > import fcntl, socket, struct, subprocess, sys, threading
   > HOST, WWW = b"\4host\4test\0", b"\3www\4test\0"
@@ -37,13 +38,16 @@ Host names come from a hosts file of our own, and behind it from a name server t
   > python3 names.py sh -c 'for name; do streams garnel nslookup "$name" | tr "\n\t" \;\ ; echo; done' - "$@"
   > END
 
-The names of further lines of the hosts file are aliases, too, and may come again:
+The names of further lines of the hosts file are aliases, too, and may come again; capitals make no difference, nor does a
+last line without end:
 
-  $ unshare -mn sh private one uno two.test own
+  $ unshare -mn sh private one uno two.test own TWO end
   Name: one.test;The host has 1 address.; 10.0.0.1;The host has 2 aliases.; one; uno;
   Name: one.test;The host has 2 addresses.; 10.0.0.1; 10.0.0.2;The host has 5 aliases.; one; uno; two; uno; two.test;
   Name: two.test;The host has 2 addresses.; 10.0.0.2; 10.0.0.3;The host has 2 aliases.; two; uno;
   Name: own;The host has 1 address.; 10.0.0.4;The host has 1 alias.; own;
+  Name: two.test;The host has 1 address.; 10.0.0.2;The host has 2 aliases.; two; uno;
+  Name: Last.Test;The host has 1 address.; 10.0.0.5;The host has 1 alias.; End;
 
 Lines that give no IPv4 address do not count, and what no line has the name server knows:
 
