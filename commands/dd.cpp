@@ -166,6 +166,7 @@ struct Copy {
     uint64_t blocks_left;  // of input
     bool dots;
     bool dashes;
+    uint64_t begun;  // how much of the first block the system has copied already
     bool end_of_input = false;
 
     // Reads input blocks: how much was read of them, 0 at the end and for an error.
@@ -188,7 +189,8 @@ struct Copy {
         const size_t blocks = input_size / output_size;
         while (!end_of_input && blocks_left-- > 0) {
             const size_t size = read(input, 1);
-            if (size == 0) return true;
+            if (size == 0) return end_of_input || begun == 0;
+            begun = 0;
             const bool is_cut = size < input_size && !end_of_input;
             const int error = errno;
             if (!write(input, size, is_cut ? 0 : blocks)) return false;
@@ -259,7 +261,7 @@ int gn_dd_run(int argc, char** argv) {
     position(in, settings.skip, settings.input_block);
     if (settings.count_given && settings.count == 0) return 0;
 
-    if (hides_blocks(settings, in, out)) platform::copy_in_system(in, out);
+    const uint64_t copied = hides_blocks(settings, in, out) ? platform::copy_in_system(in, out) : 0;
     Copy copy{
         .in = in,
         .out = out,
@@ -270,6 +272,7 @@ int gn_dd_run(int argc, char** argv) {
         .blocks_left = settings.count_given ? settings.count : std::numeric_limits<uint64_t>::max(),
         .dots = settings.dots,
         .dashes = settings.dashes,
+        .begun = copied % settings.input_block,
     };
     const bool ok =
         settings.input_block % settings.output_block == 0 ? copy.copy_directly() : copy.copy_reblocking();

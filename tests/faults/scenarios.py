@@ -179,6 +179,8 @@ SCENARIOS = [
              keeps=sources_stay("a")),
     Scenario("dd", ("if=a", "of=b", "ibs=512", "obs=300", "skip=1", "seek=2"), {"a": BIG[:4000]},
              silent={"seek": "a place that cannot be reached is not sought"}, keeps=sources_stay("a")),
+    Scenario("dd", ("if=a", "of=b", "bs=1M"), {"a": LINES}, given=("copy:1:short", "copy:2:5"),
+             silent={"write": "the status never tells, and a message that cannot be written does not either"}),
     Scenario("cpio2", ("list", "i"), {"i": image(("a", LINES), ("b", b"b"))}, statuses=OWN),
     Scenario("cpio2", ("cat", "i", "a"), {"i": image(("a", LINES), ("b", b"b"))}, statuses=OWN),
     Scenario("cpio2", ("export", "i", "a", "out"), {"i": image(("a", LINES))}, statuses=OWN),
