@@ -1,7 +1,4 @@
   $ echo one > a; printf 'two\n\nthree' > b; : > empty
-  $ streams garnel cat a -x b
-  2> cat: Unknown switch: -x
-  [100]
 
 Files one behind the other, standard input as often as it is named; numbers go on from file to file, also within a line:
 
@@ -66,7 +63,7 @@ A file is not copied behind itself:
 
 Failing output is nobody's business but the reader's:
 
-  $ garnel cat a > /dev/full; garnel cat -n a bytes > /dev/full; garnel cat -N < bytes > /dev/full
+  $ garnel cat -n a bytes > /dev/full; garnel cat -N < bytes > /dev/full
   $ garnel cat a >&-; garnel cat -n a >&-; garnel cat - a <&-
   one
   $ garnel cat missing >&- 2>&-

@@ -1,7 +1,5 @@
-  $ alias cmp='garnel cmp'
+  $ alias cmp='garnel cmp'; try() { said=$(streams garnel cmp "$@"); echo "$? $said"; }
   $ printf 'abc' >abc && printf 'abd' >abd && printf 'xbz' >xbz && printf 'xabc' >xabc
-  $ printf 'ab\0' >nul && cmp -b abc nul | od -An -c | tail -n 1
-     s       9   9       c       0      \0  \n
 
 The second file may be standard input, the first may not.
 
@@ -30,22 +28,15 @@ Skips are sizes; what is behind the end of a file is its end.
   0 Usage: cmp [OPTION]... FILE1 [FILE2 [SKIP1 [SKIP2]]]
   0 Usage: cmp [OPTION]... FILE1 [FILE2 [SKIP1 [SKIP2]]]
 
-  $ try() { said=$(streams garnel cmp "$@"); echo "$? $said"; }
-  $ try -l -s none; try; try abc abd 1x 1x 1; try abc abd 1 2kx 1; try abc abd 1 1c; try abc abd 1 2 3
+  $ try -l -s none; try abc abd 1x 1x 1; try abc abd 1 2kx 1; try abc abd 1 1c; try abc abd 1 2 3
   2 2> cmp: options -l and -s are incompatible
-  2 2> cmp: missing operand
   2 2> cmp: failed to parse SKIP1
   2 2> cmp: failed to parse SKIP2
   2 2> cmp: failed to parse SKIP2
   2 2> cmp: extra operand found
-  $ try none abc; try abc none; try --print-bytes abc abd
+  $ try none abc; try abc none
   2 2> cmp: Could not open 'none' for read: No such file or directory
   2 2> cmp: Could not open 'none' for read: No such file or directory
-  100 2> Unknown switch: --
-  $ cmp abc abd >/dev/full; cmp -l /dev/zero /dev/urandom >/dev/full
-  cmp: write error: No space left on device
-  cmp: write error: No space left on device
-  [1]
 
 A read error is the end of the file.
 

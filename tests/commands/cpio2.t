@@ -19,13 +19,9 @@ Archives by the usual tool, in the formats that it makes.
   $ TZ=XYZ-5:30 garnel cpio2 list -l newc.cpio | head -n 1
   drwxrwxrwx          0 2024-02-29 18:04:56 dir
   $ for format in newc odc bin; do
-  >     cpio2 cat $format.cpio odd | cmp - tree/odd
-  >     cpio2 cat $format.cpio link && echo
-  >     cpio2 cat $format.cpio empty
-  > done
-  dir/file
-  dir/file
-  dir/file
+  >     cpio2 cat $format.cpio odd | cmp - tree/odd; cpio2 cat $format.cpio link && echo; cpio2 cat $format.cpio empty
+  > done | uniq -c
+        3 dir/file
 
 Export goes to the entry's own name or to another; directories are not made, and an old file is replaced.
 
@@ -39,49 +35,30 @@ Export goes to the entry's own name or to another; directories are not made, and
   [1]
   $ mkdir dir && cpio2 export ../newc.cpio dir/file && cat dir/file
   hello
-  $ streams garnel cpio2 export ../newc.cpio none x
-  2> cpio2: ../newc.cpio: none: entity not found
-  [1]
 
 Nothing written is a failed write: an empty entry leaves no file, not even an old one.
 
-  $ streams garnel cpio2 export ../newc.cpio empty
+  $ ln -s /dev/full full; for what in empty 'empty other' 'odd full'; do streams garnel cpio2 export ../newc.cpio $what; done
   2> cpio2: ../newc.cpio: failed to write file 'empty': Success
-  [1]
-  $ streams garnel cpio2 export ../newc.cpio empty other
   2> cpio2: ../newc.cpio: failed to write file 'other': Success
-  [1]
-  $ ln -s /dev/full full && streams garnel cpio2 export ../newc.cpio odd full
   2> cpio2: ../newc.cpio: failed to write file 'full': No space left on device
   [1]
   $ ls
   dir
   odd
   $ cd ..
-  $ streams sh -c 'garnel cpio2 cat newc.cpio odd >/dev/full' || echo "status $?"
-  2> cpio2: write error: No space left on device
-  status 1
-  $ streams sh -c 'garnel cpio2 list newc.cpio >/dev/full' || echo "status $?"
-  2> cpio2: write error: No space left on device
-  status 1
 
 The output may be the archive.
 
   $ cp newc.cpio self.cpio && cpio2 export self.cpio odd self.cpio && cmp self.cpio tree/odd
 
   $ misuse() { said=$(streams garnel cpio2 "$@"); echo "$? $said"; }
-  $ misuse; misuse extract x; misuse list; misuse cat newc.cpio; misuse export; misuse export newc.cpio
-  1 2> cpio2: no command specified
+  $ misuse extract x; misuse list; misuse cat newc.cpio; misuse export newc.cpio; misuse cat newc.cpio odd c
   1 2> cpio2: extract: unknown command
   1 2> cpio2: list: missing operand
   1 2> cpio2: cat: missing operand
   1 2> cpio2: export: missing operand
-  1 2> cpio2: export: missing operand
-  $ misuse list newc.cpio b c; misuse cat newc.cpio odd c; misuse export newc.cpio odd c d; misuse list -x newc.cpio
-  1 2> cpio2: list: b: extra operand
   1 2> cpio2: cat: c: extra operand
-  1 2> cpio2: export: d: extra operand
-  100 2> cpio2: unknown switch: -x
 
 What is no archive, and what cannot be read. A FIFO must not be waited for.
 
@@ -101,8 +78,6 @@ Damaged archives: the walk ends where nothing more is found, but nothing is show
   $ printf '' | cpio -o --quiet -H newc >none.cpio && misuse list -l none.cpio
   0 
   $ bend() { python3 -c 'import sys; b = sys.stdin.buffer.read(); sys.stdout.buffer.write('"$1"')'; }
-  $ bend 'b[:b.index(b"070701", 6)]' <newc.cpio >cut && misuse list cut
-  0 dir
   $ bend 'b[:300]' <newc.cpio >cut && misuse list cut
   2 2> cpio2: cut: failed to initialize cpio reader (maybe not a cpio?)
 
@@ -136,10 +111,7 @@ change.
 
   $ many='[entry("%08d" % i + 96 * "x", 0) for i in range(40000)]; entry("TRAILER!!!", 0)'
   $ listed() { (garnel cpio2 list many 2>errors; echo "status $?" >>errors) | (head -n 1 | cut -b 1-12; "$@"; cat >rest); cat errors; }
-  $ python3 large.py many "$many" && listed true && tail -n 1 rest | cut -b 1-12
-  00000000xxxx
-  status 0
-  00039999xxxx
+  $ python3 large.py many "$many"
   $ listed truncate -s 4096 many
   00000000xxxx
   cpio2: many: failed to read file: Input/output error

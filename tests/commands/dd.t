@@ -1,17 +1,14 @@
-  $ for word in bs foo=1 bs=--help status=all count=1x bs=0 obs=0 ibs=-1 bs=8E bs=12k3 =1; do
+  $ for word in bs foo=1 status=all count=1x bs=0 ibs=-1 bs=8E bs=12k3; do
   >   said=$(streams garnel dd $word); echo "$? $said"
   > done
   1 2> dd: invalid argument: 'bs'
   1 2> dd: invalid argument: 'foo=1'
-  1 2> dd: invalid argument: 'bs=--help'
   1 2> dd: invalid argument: 'status=all'
   1 2> dd: invalid argument: 'count=1x'
   1 2> dd: invalid argument: 'bs=0'
-  1 2> dd: invalid argument: 'obs=0'
   1 2> dd: invalid argument: 'ibs=-1'
   1 2> dd: invalid argument: 'bs=8E'
   1 2> dd: invalid argument: 'bs=12k3'
-  1 2> dd: invalid argument: '=1'
   $ ASAN_OPTIONS=allocator_may_return_null=1:log_path=/dev/null streams garnel dd obs=4E
   2> dd: no memory to allocate buffer
   [1]
@@ -55,28 +52,18 @@ Packets show each write, dashes and dots what was read and written:
   $ head -c 1500 /dev/zero >z; stat -c %s in
   2894
   $ for blocks in bs=512 'ibs=1024 obs=512' 'ibs=1000 obs=300' 'ibs=300 obs=1000' 'ibs=70 obs=1500'; do
-  >   for count in 9999 2; do python3 packets if=z $blocks count=$count status=dnd 2>&1; done
+  >   for count in 9999 2; do echo $(python3 packets if=z $blocks count=$count status=dnd 2>&1); done
   > done
-  -.-.-.
-  512 512 476 
-  -.-.
-  512 512 
-  -..-..
-  1024 476 
-  -..-..
-  1024 476 
-  -...-..
-  300 300 300 300 300 
-  -...-..
-  300 300 300 300 300 
-  ----.-.
-  1000 500 
-  --.
-  600 
-  ----------------------.
-  1500 
-  --.
-  140 
+  -.-.-. 512 512 476
+  -.-. 512 512
+  -..-.. 1024 476
+  -..-.. 1024 476
+  -...-.. 300 300 300 300 300
+  -...-.. 300 300 300 300 300
+  ----.-. 1000 500
+  --. 600
+  ----------------------. 1500
+  --. 140
   $ garnel dd bs=4 ibs=8 status=dots if=head of=/dev/null; garnel dd bs=5 status=dashes <head >d && cmp head d
   ....
   --

@@ -1,7 +1,3 @@
-  $ streams garnel df -hz
-  2> df: unknown switch: -z
-  [100]
-
 The header comes first, whatever happens then, and operands that cannot be examined do not stop the others:
 
   $ streams garnel df none /proc '' -L -T -i
@@ -13,6 +9,3 @@ The header comes first, whatever happens then, and operands that cannot be exami
   $ garnel df -ihT /proc/self
   Filesystem     Type        Size  Used Avail Use%   Inodes    IUsed    IFree IUse% Mounted on
   -proc/0        proc          0k    0k    0k    -        0        0        0     - /proc
-  $ garnel df >/dev/full
-  df: write error: No space left on device
-  [1]

@@ -62,34 +62,15 @@ Paths may be longer than any buffer:
 A file system is shown once, at its first mount point, unless -a is given; what another mount hides is not shown at all:
 
   $ private '
+  > row() { garnel df "$@" | tail -n $n | awk "{ print \$1, \$NF }" | xargs; }
   > mount -t tmpfs -o size=1m one a; mkdir a/sub a/mnt; mount --bind a/sub b; mount -t tmpfs -o size=1m two a/mnt
   > mount -t tmpfs -o size=1m three c
-  > garnel df | tail -n 3; echo; garnel df -a | tail -n 4; echo; garnel df b a/mnt a/sub | tail -n 3
-  > cd a; mount -t tmpfs -o size=9m top "$PWD"
-  > echo; garnel df -a | tail -n 4; echo; garnel df . "$PWD" sub/.. mnt ../b | tail -n 5'
-  -one/0                 1024            0         1024   0% PWD/a
-  -two/0                 1024            0         1024   0% PWD/a/mnt
-  -three/0               1024            0         1024   0% PWD/c
-  
-  -one/0                 1024            0         1024   0% PWD/a
-  -one/0                 1024            0         1024   0% PWD/b
-  -two/0                 1024            0         1024   0% PWD/a/mnt
-  -three/0               1024            0         1024   0% PWD/c
-  
-  -one/0                 1024            0         1024   0% PWD/b
-  -two/0                 1024            0         1024   0% PWD/a/mnt
-  -one/0                 1024            0         1024   0% PWD/a
-  
-  -top/0                 9216            0         9216   0% PWD/a
-  -one/0                 1024            0         1024   0% PWD/b
-  -three/0               1024            0         1024   0% PWD/c
-  -top/0                 9216            0         9216   0% PWD/a
-  
-  -one/0                 1024            0         1024   0% PWD/a
-  -top/0                 9216            0         9216   0% PWD/a
-  -top/0                 9216            0         9216   0% PWD/a
-  -two/0                 1024            0         1024   0% PWD/a/mnt
-  -one/0                 1024            0         1024   0% PWD/b
+  > n=3; row; row b a/mnt a/sub; n=4; row -a; cd a; mount -t tmpfs -o size=9m top "$PWD"; row -a; n=5; row . "$PWD" sub/.. mnt ../b'
+  -one/0 PWD/a -two/0 PWD/a/mnt -three/0 PWD/c
+  -one/0 PWD/b -two/0 PWD/a/mnt -one/0 PWD/a
+  -one/0 PWD/a -one/0 PWD/b -two/0 PWD/a/mnt -three/0 PWD/c
+  -top/0 PWD/a -one/0 PWD/b -three/0 PWD/c -top/0 PWD/a
+  -one/0 PWD/a -top/0 PWD/a -top/0 PWD/a -two/0 PWD/a/mnt -one/0 PWD/b
 
 What is mounted on the root directory itself hides nothing, since paths begin below it:
 

@@ -1,14 +1,5 @@
 Started under its own name without a command, or with one that nobody knows:
 
-  $ garnel
-  Utility toolbox.
-  Use "help" to list all commands.
-  Use "--install" to create symlinks in current directory.
-  Use "--uninstall" to remove symlinks in current directory.
-    Additional "--verbose" will display the progress.
-  Use "--list" to list all tools.
-  Use "--version" to print version number.
-  [1]
   $ garnel > usage || streams garnel --verbose --install > out
   [1]
   $ tail -n 1 out; sed '$d' out | cmp - usage
@@ -21,9 +12,6 @@ What it says about itself:
   $ garnel --list > list; tr '\n' ' ' < list
   cat chmod chown chgrp chroot cmp cp cpio2 dd df echo env false format hd head hostname ln ls mkdir mknod mktemp mv nslookup pwd readlink realpath rm rmdir seq sleep sort stat stty su sync tail test [ time touch tree true truncate tee tty umount watch wc which yes uname arch  (no-eol)
   $ (echo Utility toolbox commands:; sed 's/^/    /' list; echo 53 commands.) > help; garnel help | cmp - help
-  $ garnel --list > /dev/full
-  garnel: write error: No space left on device
-  [1]
   $ garnel --version >&-
   garnel: write error: Bad file descriptor
   [1]

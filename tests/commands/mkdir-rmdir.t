@@ -54,18 +54,3 @@ Ancestors are those that the text names, and the path is cut at a backslash wher
   2> rmdir: failed to remove '/none': No such file or directory
   2> rmdir: failed to remove '': No such file or directory
   file
-
-Misuse:
-
-  $ for options in '' '--parents d'; do streams garnel rmdir $options; echo $?; done; garnel mkdir -m 700 d
-  2> rmdir: missing operand
-  1
-  2> rmdir: unknown switch: --
-  100
-  mkdir: unknown switch: -m
-  [100]
-  $ garnel mkdir | head -n 1; garnel mkdir -v made >/dev/full; garnel rmdir -v made >/dev/full
-  Usage: mkdir [OPTION]... DIRECTORY...
-  mkdir: write error: No space left on device
-  rmdir: write error: No space left on device
-  [1]

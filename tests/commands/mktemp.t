@@ -48,14 +48,11 @@ A name that is taken is passed over, whether by a file or by a link to nothing; 
 
 The rest is not silenced, and a lost name is a failure:
 
-  $ for operands in none/eXXX 'a bXX c' '-t a' 'a --suffix'; do streams garnel mktemp -q $operands; echo $?; done
+  $ for operands in none/eXXX 'a bXX c' 'a --suffix'; do streams garnel mktemp -q $operands; echo $?; done
   1
   2> mktemp: extra operand 'bXX'
   1
-  2> Unknown switch: -t
-  100
   1
-  $ garnel mktemp ''; garnel mktemp -u >/dev/full
+  $ garnel mktemp ''
   mktemp: template too short
-  mktemp: write error: No space left on device
   [1]

@@ -84,17 +84,15 @@ The base name is what stands behind the last separator, as long as something doe
 
 Whatever happens, the status is 0, but for a target that is no directory:
 
-  $ for operands in c '-x a b' 'none new' 'c none/new' 'none nothing c' 'c in none' 'c in s/to-f'; do
+  $ for operands in c 'none new' 'c none/new' 'none nothing c' 'c in none' 'c in s/to-f'; do
   >   streams garnel mv $operands >said; echo $?: $(head -n 3 said)
-  > done; garnel mv -v in h >/dev/full; touch f
+  > done; touch f
   0: Usage: mv [OPTION]... SOURCE DEST or: mv [OPTION]... SOURCE... DIRECTORY Rename SOURCE to DEST, or move SOURCE(s) to DIRECTORY.
-  100: Unknown switch: -x
   0: 2> mv: none: No such file or directory 2> mv: none: failed.
   0: 2> mv: none/new: failed to make directory: No such file or directory 2> mv: c: failed.
   0: 2> mv: none: No such file or directory 2> mv: nothing: No such file or directory 2> mv: 2 failed.
   2: 2> mv: target is not a directory
   2: 2> mv: target is not a directory
-  mv: write error: No space left on device
   $ ln -s none dangling && streams garnel mv dangling b; garnel mv f dangling && stat -c %F dangling
   2> mv: dangling: No such file or directory
   2> mv: dangling: failed.

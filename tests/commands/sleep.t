@@ -1,8 +1,3 @@
-  $ garnel sleep --help > usage; garnel sleep -dv | cmp - usage
-  $ streams garnel sleep -5
-  Unknown switch: -5
-  [100]
-
 Operands add up and share the unit that was given last; what is no number is 0, and less than nothing is no wait:
 
   $ slept() {

@@ -67,11 +67,10 @@ The shell's arguments and its status.
   2> su: : unknown user
   1
   0
-  $ su -c; su -s; su -x; garnel su --help | head -n 1
+  $ su -c; su -s
   2> su: missing -c operand
   2> su: missing -s operand
-  2> su: unknown switch: -x
-  Usage: su [OPTION]... [-] [USER [ARG]...]
+  [1]
 
 Where the system would leave rights behind, or withholds some that the change needs, there is no shell.
 

@@ -1,8 +1,3 @@
-  $ streams garnel tee -ax f; ls
-  2> tee: unknown switch: -x
-  $ garnel tee -x f 2>/dev/null
-  [100]
-
 Every output gets every byte; files are made with the usual permissions and truncated:
 
   $ echo longer than the input >old; printf 'a\0b\n' | garnel tee new old | od -c

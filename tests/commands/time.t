@@ -22,21 +22,14 @@ The command's status goes on; the report is on standard error.
   > false
   > none
   > /
-  > -x
-  > 
   > end
   1 false
   2> time: none: No such file or directory
   127 none
   2> time: /: Permission denied
   126 /
-  2> time: unknown switch: -x
-  100 -x
-  2> time: missing operand
-  125 
-  $ garnel time sh -c 'exec 2>&-; kill -9 $$' 2>/dev/null || echo $?; garnel time --help | head -n 1
+  $ garnel time sh -c 'exec 2>&-; kill -9 $$' 2>/dev/null || echo $?
   137
-  Usage: time [OPTION]... COMMAND [ARG]...
 
 Real time is waiting, user time is work of the command and its children. Where the ends of children are ignored, a
 status is had nevertheless.

@@ -1,11 +1,3 @@
-  $ garnel tty --help; streams garnel tty -sz; echo $?
-  Usage: tty [OPTION]...
-  Print the file name of the terminal connected to standard input
-  
-      -s    --silent, --quiet     print nothing, only return an exit status
-  2> tty: unknown switch: -z
-  100
-
 A terminal; operands do not matter:
 
   $ script -qec 'garnel tty -q x 2>&1; [ "$(garnel tty x)" = "$(tty)" ]; echo $?; garnel tty --silent; echo $?' /dev/null < /dev/null | tr -d '\r'

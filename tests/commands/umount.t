@@ -1,10 +1,3 @@
-  $ garnel umount -vz
-  umount: unknown switch: -z
-  [100]
-  $ garnel umount -DfR
-  umount: missing operand
-  [1]
-
 What cannot be found or is not mounted does not stop the others:
 
   $ mkdir dir && touch dir/file

@@ -1,23 +1,11 @@
 Needs: tmux -V
 
-  $ streams garnel watch; streams garnel watch --help | sed -n 1,3p; streams garnel watch -z; echo $?; garnel watch -xq ls
-  2> watch: missing operand
-  Usage: watch [OPTION]... COMMAND [ARG]...
-  Run COMMAND (the words joined, by /bin/sh -c) again and again and show its output,
-  cut to the window; without a terminal, all of it each time, without a title.
-  2> watch: unknown switch: -z
-  100
-  watch: unknown switch: -q
-  [100]
-  $ for n in "" . x -1 1,5 1s 1.2.3 1e3 99999999999; do garnel watch -n "$n" true; done; garnel watch -n
+  $ for n in "" . -1 1s 1.2.3 99999999999; do garnel watch -n "$n" true; done; garnel watch -n
   watch: : invalid interval
   watch: .: invalid interval
-  watch: x: invalid interval
   watch: -1: invalid interval
-  watch: 1,5: invalid interval
   watch: 1s: invalid interval
   watch: 1.2.3: invalid interval
-  watch: 1e3: invalid interval
   watch: 99999999999: invalid interval
   watch: -n: invalid interval
   [1]
@@ -82,19 +70,11 @@ the screen as it was:
   |
   |
   |
-  $ in-window 20x8 'garnel watch -tn 1 cat text' 'see 5' 'tmux resize-window -t $w -x 20 -y 2' 'sleep 0.7; see red'
-  |a       b?[31mredx
-  |\xc3\xa9t\xc3\xa9 \xe6\x97\xa5\xe6\x9c\xac e\xcc\x81?? (esc)
-  |012345678901234567\xe6\x97\xa5 (esc)
-  |0123456789012345678
-  |????    |
-  |5
-  |6
-  |
+  $ in-window 20x2 'garnel watch -tn 1 cat text' 'see red'
   |a       b?[31mredx
   |\xc3\xa9t\xc3\xa9 \xe6\x97\xa5\xe6\x9c\xac e\xcc\x81?? (esc)
 
-Differences are marked; stopped and continued, it draws anew; -e, -g and a signal put the terminal back:
+Differences are marked; stopped and continued, it draws anew; -e and a signal put the terminal back:
 
   $ cat > count <<'END'
   > echo x >> rounds
@@ -120,15 +100,6 @@ Differences are marked; stopped and continued, it draws anew; -e, -g and a signa
   |count 4 of 4
   |***4
   |$
-  $ in-window 24x4 'garnel watch -n 0.1 -g cat rounds; echo status $?' 'see x' 'echo y > rounds; see "status 0"'
-  |Every 0.1s, TIME: ca
-  |
-  |x
-  |x
-  |y
-  |status 0
-  |$
-  |
   $ in-window 24x4 'garnel watch printf 7%s 7; echo status $?' 'see 77' 'kill $(pgrep -P $(tmux list-panes -t $w -F "#{pane_pid}")); see "status 143"'
   |Every 2s, TIME: prin
   |

@@ -21,12 +21,6 @@ The first match in PATH, or all of them; directories and what cannot be executed
   $ which d/:/bin tool; which d:/bin -s tool sh; which d -as tool none || echo $?
   d/tool
   1
-  $ garnel env -u PATH "$garnel" which -s sh && which d ''; streams garnel which; streams garnel which -x
+  $ garnel env -u PATH "$garnel" which -s sh && which d ''
   which: : No such file or directory
-  2> which: missing operand
-  2> which: unknown switch: -x
-  [100]
-  $ garnel which --help | head -n 1; garnel which sh >/dev/full
-  Usage: which [OPTION]... NAME...
-  which: write error: No space left on device
   [1]

@@ -1,7 +1,3 @@
-  $ streams garnel yes a -n b
-  2> yes: unknown switch: -n
-  [100]
-
 Short lines and long ones come whole, through pipes and into files:
 
   $ garnel yes | sed 2q; garnel yes a '' 'b c' | sed 2q; garnel yes '' | sed q
