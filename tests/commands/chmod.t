@@ -37,18 +37,18 @@ Files may stand in front of the mode, and everything behind it is a file:
   chmod: cannot access '--help': No such file or directory
   [1]
   $ for arguments in -R -- '--verb f' '-Rz 644 f' '--help 8' '-vRw f' '-u+r f' 644 '8 f' 'g 644 f'; do
-  >   streams garnel chmod $arguments >said; echo $?: $(head -n 1 said)
+  >   told garnel chmod $arguments | head -n 1
   > done; streams garnel chmod '' f
-  1: 2> chmod: missing operand
-  1: 2> chmod: unknown argument: '--'
-  1: 2> chmod: unknown argument: '--verb'
-  1: 2> chmod: unknown argument: '-Rz'
-  0: Usage: chmod [OPTION]... MODE[,MODE]... FILE...
-  2: 2> chmod: MODE sytax error
-  1: 2> chmod: unknown argument: '-u+r'
-  1: 2> chmod: missing operand
-  2: 2> chmod: invalid mode: 8
-  2: 2> chmod: MODE sytax error
+  1 2> chmod: missing operand
+  1 2> chmod: unknown argument: '--'
+  1 2> chmod: unknown argument: '--verb'
+  1 2> chmod: unknown argument: '-Rz'
+  0 Usage: chmod [OPTION]... MODE[,MODE]... FILE...
+  2 2> chmod: MODE sytax error
+  1 2> chmod: unknown argument: '-u+r'
+  1 2> chmod: missing operand
+  2 2> chmod: invalid mode: 8
+  2 2> chmod: MODE sytax error
   2> chmod: invalid mode: 
   [2]
 

@@ -14,50 +14,22 @@ Needs: [ "$(id -u)" = 0 ] && chroot / true && f=$(mktemp) && chown 65534:65534 $
   plain
   script
   bin
-  $ while read -r arguments; do streams garnel chroot $arguments; echo "$? $arguments"; done <<'end'
-  > root
-  > root /script a b
-  > root false
-  > root /plain
-  > root garnel env -C /none true
-  > root garnel env false
-  > none true
-  > root/plain true
-  > -u
-  > -u none root ls
-  > -u 70001 root ls
-  > -u daemon:none root ls
-  > -u 4294967295:1 root ls
-  > -u : root ls
-  > end
-  /bin/sh -i
-  0 root
-  /bin/sh /script a b
-  0 root /script a b
-  2> chroot: false: No such file or directory
-  127 root false
-  2> chroot: /plain: Permission denied
-  126 root /plain
-  2> env: /none: No such file or directory
-  125 root garnel env -C /none true
-  2> env: false: No such file or directory
-  127 root garnel env false
-  2> chroot: none: No such file or directory
-  125 none true
-  2> chroot: root/plain: Not a directory
-  125 root/plain true
-  2> chroot: missing -u operand
-  125 -u
-  2> chroot: none: unknown user
-  125 -u none root ls
-  2> chroot: 70001: unknown user
-  125 -u 70001 root ls
-  2> chroot: daemon: unknown group
-  125 -u daemon:none root ls
-  2> chroot: 4294967295: unknown user
-  125 -u 4294967295:1 root ls
-  2> chroot: : unknown user
-  125 -u : root ls
+  $ for arguments in root 'root /script a b' 'root false' 'root /plain' 'root garnel env -C /none true' 'none true' \
+  >     'root/plain true' -u '-u 70001 root ls' '-u daemon:none root ls' '-u 4294967295:1 root ls' '-u : root ls'; do
+  >   told garnel chroot $arguments
+  > done
+  0 /bin/sh -i
+  0 /bin/sh /script a b
+  127 2> chroot: false: No such file or directory
+  126 2> chroot: /plain: Permission denied
+  125 2> env: /none: No such file or directory
+  125 2> chroot: none: No such file or directory
+  125 2> chroot: root/plain: Not a directory
+  125 2> chroot: missing -u operand
+  125 2> chroot: 70001: unknown user
+  125 2> chroot: daemon: unknown group
+  125 2> chroot: 4294967295: unknown user
+  125 2> chroot: : unknown user
 
 Users are those outside, their rights go before the command is started, and come with all groups.
 

@@ -1,4 +1,4 @@
-  $ alias cmp='garnel cmp'; try() { said=$(streams garnel cmp "$@"); echo "$? $said"; }
+  $ alias cmp='garnel cmp'; try() { told garnel cmp "$@"; }
   $ printf 'abc' >abc && printf 'abd' >abd && printf 'xbz' >xbz && printf 'xabc' >xabc
 
 The second file may be standard input, the first may not.

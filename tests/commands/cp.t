@@ -83,16 +83,16 @@ Operands keep their own names; what a directory delivers stays in it whatever it
 Misuse and trouble:
 
   $ for operands in t '--help a b' 'a b nil' 'a b b' 'nil x' 't x' 'a t/pipe/x' 'a nil/x' 't/pipe nil a x e' '/dev/null x' 'a /dev/full'; do
-  >   streams garnel cp $operands >said; echo $?: $(head -n 1 said)
+  >   told garnel cp $operands | head -n 1
   > done; [ -c /dev/full ]
-  0: Usage: cp [OPTION]... SOURCE DESTINATION
-  0: Usage: cp [OPTION]... SOURCE DESTINATION
-  2: 2> cp: nil: failed to stat
-  2: 2> cp: b: target is not a directory
-  1: 2> cp: nil: No such file or directory
-  1: 2> cp: t: Not a file
-  1: 2> cp: t/pipe/x: Not a directory
-  1: 2> cp: nil/x: No such file or directory
-  1: 2> cp: t/pipe: Not a file
-  1: 2> cp: /dev/null: Not a file
-  1: 2> cp: a: Input/output error
+  0 Usage: cp [OPTION]... SOURCE DESTINATION
+  0 Usage: cp [OPTION]... SOURCE DESTINATION
+  2 2> cp: nil: failed to stat
+  2 2> cp: b: target is not a directory
+  1 2> cp: nil: No such file or directory
+  1 2> cp: t: Not a file
+  1 2> cp: t/pipe/x: Not a directory
+  1 2> cp: nil/x: No such file or directory
+  1 2> cp: t/pipe: Not a file
+  1 2> cp: /dev/null: Not a file
+  1 2> cp: a: Input/output error

@@ -1,6 +1,4 @@
-  $ for word in bs foo=1 status=all count=1x bs=0 ibs=-1 bs=8E bs=12k3; do
-  >   said=$(streams garnel dd $word); echo "$? $said"
-  > done
+  $ for word in bs foo=1 status=all count=1x bs=0 ibs=-1 bs=8E bs=12k3; do told garnel dd $word; done
   1 2> dd: invalid argument: 'bs'
   1 2> dd: invalid argument: 'foo=1'
   1 2> dd: invalid argument: 'status=all'

@@ -47,8 +47,7 @@ What fails takes nothing away from the others; the status is that of the worst.
   2> hd: none: No such file or directory
   2> hd: .: Is a directory
   [3]
-  $ try() { said=$(streams garnel hd "$@"); echo "$? $said"; }
-  $ true | try -s 1; try <.; try text -n; try -s 2x text
+  $ true | told garnel hd -s 1; told garnel hd <.; told garnel hd text -n; told garnel hd -s 2x text
   3 2> hd: stdin: Illegal seek
   3 2> hd: stdin: Is a directory
   1 2> hd: -n: missing or invalid operand
@@ -60,10 +59,10 @@ What fails takes nothing away from the others; the status is that of the worst.
   00000000  4c 69 6e                                          |Lin|
   00000003
   [3]
-  $ hd text none >/dev/full; echo "status $?"
+  $ hd text none >/dev/full
   hd: none: No such file or directory
   hd: write error: No space left on device
-  status 3
+  [3]
 
 Against a model, with random files.
 

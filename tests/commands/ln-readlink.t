@@ -51,7 +51,6 @@ A current directory that has been removed, or whose path is too long:
   >  streams garnel readlink -f x || garnel readlink -fq x)
   2> readlink: x: Numerical result out of range
   [2]
-  $ for options in 'a b c' '-q a b'; do streams garnel readlink $options; echo $?; done
-  2> readlink: extra operand 'b'
-  1
+  $ for options in 'a b c' '-q a b'; do told garnel readlink $options; done
+  1 2> readlink: extra operand 'b'
   1

@@ -27,10 +27,8 @@ where no slash is left, has become a slash when the next directory is made, and 
 
 Removing ends at the first failure as well, unless failures are not to count:
 
-  $ garnel rmdir a x 'b c'
+  $ garnel rmdir a x 'b c'; streams garnel rmdir -iv none x 'b c'
   rmdir: failed to remove 'x': Directory not empty
-  [1]
-  $ streams garnel rmdir -iv none x 'b c'
   'b c': directory removed
   2> rmdir: failed to remove 'none': No such file or directory
   2> rmdir: failed to remove 'x': Directory not empty

@@ -48,11 +48,8 @@ A name that is taken is passed over, whether by a file or by a link to nothing; 
 
 The rest is not silenced, and a lost name is a failure:
 
-  $ for operands in none/eXXX 'a bXX c' 'a --suffix'; do streams garnel mktemp -q $operands; echo $?; done
+  $ for operands in none/eXXX 'a bXX c' 'a --suffix'; do told garnel mktemp -q $operands; done; told garnel mktemp ''
   1
-  2> mktemp: extra operand 'bXX'
+  1 2> mktemp: extra operand 'bXX'
   1
-  1
-  $ garnel mktemp ''
-  mktemp: template too short
-  [1]
+  1 2> mktemp: template too short

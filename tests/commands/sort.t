@@ -1,15 +1,13 @@
   $ unset TEMP TMP; export TEMP=/tmp
-  $ for words in '-S 1x' -S -o '-cC'; do streams garnel sort $words </dev/null | head -1; done
-  Usage: sort [OPTION]... [FILE]...
-  Usage: sort [OPTION]... [FILE]...
-  Usage: sort [OPTION]... [FILE]...
-  2> sort: options '-cC' are incompatible
-
-  $ printf 'b\r\na\0z\nB\n\351\na\0\r\r\na\n\n b\nba' >f
+  $ for words in '-S 1x' -S -o '-cC'; do told garnel sort $words | head -1; done
+  0 Usage: sort [OPTION]... [FILE]...
+  0 Usage: sort [OPTION]... [FILE]...
+  0 Usage: sort [OPTION]... [FILE]...
+  2 2> sort: options '-cC' are incompatible
 
 The output file is removed first:
 
-  $ cp f g && streams garnel sort -o g g; test -s g || echo empty
+  $ echo a | tee f >g; streams garnel sort -o g g; test -s g || echo empty
   2> sort: g: No such file or directory
   empty
   $ garnel sort -o g </dev/null && stat -c '%a %s' g; mkdir d; streams garnel sort -o d f; streams garnel sort -o d </dev/null
@@ -34,13 +32,10 @@ Files that are merged are opened one by one before anything is written:
   $ printf '%s\n' a c e >ace; printf '%s\n' b d >bd; : >none-in-it; garnel sort -m ace bd ace | tr '\n' ' '; garnel sort -m bd - <ace
   a a b c c d e e sort: -: no such file or directory
   [2]
-  $ for files in 'ace none-in-it' 'ace d' 'none ace'; do streams garnel sort -m $files; echo $?; done
-  2> sort: none-in-it: failed to read file
-  2
-  2> sort: d: failed to read file
-  2
-  2> sort: none: no such file or directory
-  2
+  $ for files in 'ace none-in-it' 'ace d' 'none ace'; do told garnel sort -m $files; done
+  2 2> sort: none-in-it: failed to read file
+  2 2> sort: d: failed to read file
+  2 2> sort: none: no such file or directory
   $ mkdir many && for i in $(seq 100 160); do echo $i >many/$i; done
   $ (ulimit -Sn 20; garnel sort -m many/*) >merged; (ulimit -n 20; garnel sort -m many/*) | cmp - merged; seq 100 160 | cmp - merged
 
@@ -52,10 +47,9 @@ An order is checked up to the first line that breaks it:
   1
   2> sort: extra operand not allowed with -c
   [2]
-  $ streams garnel sort -c -S 10 ace; streams garnel sort -c none; echo $?
-  2> sort: ace: out of memory
-  2> sort: none: No such file or directory
-  2
+  $ told garnel sort -c -S 10 ace; told garnel sort -c none
+  2 2> sort: ace: out of memory
+  2 2> sort: none: No such file or directory
 
 Without a place for temporary files the lines are still written; TEMP goes before TMP:
 

@@ -55,7 +55,7 @@ Characters, speeds and the window, and back again with what -g printed; the host
 
 Nothing is changed unless all is understood:
 
-  $ on-pty 'try() { said=$(streams garnel stty -echo rows 9 "$@"); echo "$? $said"; }; try -ecoh; try -cs8; try -sane; try intr; try intr ab; try intr ""; try min 256
+  $ on-pty 'try() { told garnel stty -echo rows 9 "$@"; }; try -ecoh; try -cs8; try -sane; try intr; try intr ab; try intr ""; try min 256
   > try rows 65536; try 12345; try ospeed 1; try line; try -; try -a; try 1:2; garnel stty size; garnel stty' 2>&1
   1 2> stty: -ecoh: invalid argument
   1 2> stty: -cs8: invalid argument

@@ -56,16 +56,12 @@ The shell's arguments and its status.
   -c x  y -z
   - -c 1  2
   
-  $ su -s sh -c 'kill -9 $$' dora; for who in gone nemo 70009 '' -; do su "$who"; echo $?; done
+  $ su -s sh -c 'kill -9 $$' dora; for who in gone nemo 70009 '' -; do told unshare -m ./as "$who"; done
   2> Killed
-  2> su: /no/shell: No such file or directory
-  127
-  2> su: nemo: unknown user
-  1
-  2> su: 70009: unknown user
-  1
-  2> su: : unknown user
-  1
+  127 2> su: /no/shell: No such file or directory
+  1 2> su: nemo: unknown user
+  1 2> su: 70009: unknown user
+  1 2> su: : unknown user
   0
   $ su -c; su -s
   2> su: missing -c operand

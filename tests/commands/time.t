@@ -1,15 +1,11 @@
 The command's status goes on; the report is on standard error.
 
   $ digits() { streams garnel time "$@" | sed -E '/^2>/s/[0-9]+\./N./; /N/!s/( *)[0-9]+/\1N/g; s/[0-9]/9/g'; }
-  $ digits sh -c 'echo out; exit 3'
-  out
-  9> real     N.999
-  9> user     N.999
-  9> sys      N.999
-  $ digits -p true; digits -v true; streams garnel time --verbose -p true | wc -l
+  $ digits -p true; digits -v sh -c 'echo out; exit 3'; streams garnel time --verbose -p true | wc -l
   9> real N.99
   9> user N.99
   9> sys N.99
+  out
   9> real     N.999
   9> user     N.999
   9> sys      N.999
@@ -17,17 +13,10 @@ The command's status goes on; the report is on standard error.
   N> faults   N minor, N major
   N> switches N voluntary, N involuntary
   6
-  $ while read -r arguments; do
-  >   streams garnel time $arguments | sed '/^2> [rus]/d'; garnel time $arguments 2>/dev/null; echo "$? $arguments"; done <<'end'
-  > false
-  > none
-  > /
-  > end
-  1 false
-  2> time: none: No such file or directory
-  127 none
-  2> time: /: Permission denied
-  126 /
+  $ for words in false none /; do told garnel time $words | sed '1s/real.*//; /^2>/d'; done
+  1 2> 
+  127 2> time: none: No such file or directory
+  126 2> time: /: Permission denied
   $ garnel time sh -c 'exec 2>&-; kill -9 $$' 2>/dev/null || echo $?
   137
 
@@ -65,7 +54,7 @@ Stopped from the terminal at any moment, also while the command is being started
   >     job = subprocess.Popen(["garnel", "time", "true"], preexec_fn=os.setpgrp, stderr=subprocess.DEVNULL)
   >     time.sleep(0.0008 + 0.0004 * (i % 12))
   >     os.killpg(job.pid, signal.SIGTSTP)
-  >     for tries in range(200):
+  >     for tries in range(1000):
   >         if os.waitid(os.P_PID, job.pid, os.WEXITED | os.WSTOPPED | os.WNOHANG | os.WNOWAIT):
   >             break
   >         time.sleep(0.01)

@@ -26,13 +26,12 @@ Only the form counts:
   >   streams garnel touch new -t "$stamp"
   > done | sort | uniq -c
        10 2> touch: bad time stamp format
-  $ for options in '-Y -1 f' '-Y' '-t' '-c' '-a f'; do streams garnel touch $options; done
+  $ for options in '-Y -1 f' '-Y' '-t' '-c'; do streams garnel touch $options; done
   2> touch: bad time stamp format
   2> touch: bad time stamp format
   2> touch: missing -t operand
   2> touch: missing file operand
-  2> touch: unknown switch: -a
-  [100]
+  [1]
 
 Missing files are made, also behind a link, unless that is not wanted; what is there keeps its contents:
 

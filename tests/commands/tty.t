@@ -7,14 +7,11 @@ A terminal; operands do not matter:
 
 No terminal, no input at all, and a terminal whose other end is gone:
 
-  $ streams garnel tty x < /dev/null; echo $?; garnel tty -s < /dev/null; echo $?
-  not a tty
+  $ told garnel tty x < /dev/null; told garnel tty -s < /dev/null; told garnel tty <&-; told garnel tty --quiet <&-
+  1 not a tty
   1
-  1
-  $ streams garnel tty <&-; echo $?; streams garnel tty --quiet <&-; echo $?
-  not a tty
+  1 not a tty
   2> tty: standard input: Bad file descriptor
-  1
   4
   $ cat > gone <<'END'
   > import os, subprocess, sys
@@ -22,8 +19,7 @@ No terminal, no input at all, and a terminal whose other end is gone:
   > os.close(master)
   > sys.exit(subprocess.call(sys.argv[1:], stdin=slave))
   > END
-  $ streams python3 gone garnel tty; echo $?; python3 gone garnel tty -s
-  not a tty
+  $ told python3 gone garnel tty; told python3 gone garnel tty -s
+  1 not a tty
   2> tty: standard input: Input/output error
-  1
-  [4]
+  4

@@ -16,12 +16,8 @@ Without options it is quiet, and the directory stays:
 
 With -v it tells its steps; -D removes the directory, if it can:
 
-  $ private 'ln -s mm link; mount -t tmpfs one top/m; mount -t tmpfs "t wo" top/mm; mount -t tmpfs three top/s; mount -t tmpfs four top/s
-  > garnel umount -v top/m; garnel umount -D -v top/mm/../mm; garnel umount -D top/s; echo $?; garnel umount -vD top/s; ls top; mounts'
-  umount: PWD/top/m: stat filesystem
-  umount: PWD/top/m: filesystem=one, unit=0
-  umount: PWD/top/m: umount from vfs
-  umount: PWD/top/m: umounted from vfs
+  $ private 'mount -t tmpfs "t wo" top/mm; mount -t tmpfs three top/s; mount -t tmpfs four top/s
+  > garnel umount -D -v top/mm/../mm; garnel umount -D top/s; echo $?; garnel umount -vD top/s; ls top; mounts'
   umount: PWD/top/mm: stat filesystem
   umount: PWD/top/mm: filesystem=t wo, unit=0
   umount: PWD/top/mm: umount from vfs
@@ -34,9 +30,9 @@ With -v it tells its steps; -D removes the directory, if it can:
   m
   mounted: top none
 
-Its first two steps are not shown again:
+Its first three steps are not shown again:
 
-  $ brief() { private "$1" | grep -v ': stat filesystem$\|: filesystem=.*, unit=0$'; }
+  $ brief() { private "$1" | grep -v ': stat filesystem$\|: filesystem=.*, unit=0$\|: umount from vfs$'; }
 
 What is mounted below keeps it from being detached. "top/mm" is not below "top/m", but everything is below "/":
 
@@ -51,9 +47,7 @@ What is mounted below keeps it from being detached. "top/mm" is not below "top/m
   mounted: top none top/m one top/m/a two top/m/a/b three top/m/a-b four top/mm five
   0
   mounted: top none top/mm five
-  umount: PWD/top/mm: umount from vfs
   umount: PWD/top/mm: umounted from vfs, removing mount directory
-  umount: PWD/top: umount from vfs
   umount: PWD/top: umounted from vfs, removing mount directory
   0
   mounted:
@@ -63,11 +57,8 @@ The deepest go first; the first that is busy ends it:
 
   $ brief 'mount -t tmpfs one top/m; mkdir top/m/a top/m/b top/m/c; for i in a b c; do mount -t tmpfs $i top/m/$i; done
   > exec 9>top/m/b/open; garnel umount -vR top/m top/m/a; echo $?; mounts; garnel umount -f top/m/b; exec 9>&-; garnel umount -R -D top/m; echo $?; mounts; ls top'
-  umount: PWD/top/m/c: umount from vfs
   umount: PWD/top/m/c: umounted from vfs
-  umount: PWD/top/m/b: umount from vfs
   umount: PWD/top/m/b: failed to umount from vfs
-  umount: PWD/top/m/a: umount from vfs
   umount: PWD/top/m/a: umounted from vfs
   1
   mounted: top none top/m one top/m/b b
@@ -81,19 +72,19 @@ Mounts stacked on one another go one by one, and all of them below what is detac
 
   $ brief 'mount -t tmpfs one top/m; mkdir top/m/in; mount -t tmpfs in top/m/in; mount -t tmpfs two "$PWD/top/m"
   > mounts; garnel umount top/m; echo $?; mounts; garnel umount top/m; echo $?
-  > mount -t tmpfs two "$PWD/top/m"; mkdir top/m/in; mount -t tmpfs in2 top/m/in; mount -t tmpfs in3 "$PWD/top/m/in"; mounts; garnel umount -R -v top | grep -v "ed from"; mounts'
+  > mount -t tmpfs two "$PWD/top/m"; mkdir top/m/in; mount -t tmpfs in2 top/m/in; mount -t tmpfs in3 "$PWD/top/m/in"; mounts; garnel umount -R -v top; mounts'
   mounted: top none top/m one top/m/in in top/m two
   0
   mounted: top none top/m one top/m/in in
   umount: PWD/top/m: this mountpoint contains mountpoints.
   1
   mounted: top none top/m one top/m/in in top/m two top/m/in in2 top/m/in in3
-  umount: PWD/top/m/in: umount from vfs
-  umount: PWD/top/m/in: umount from vfs
-  umount: PWD/top/m: umount from vfs
-  umount: PWD/top/m/in: umount from vfs
-  umount: PWD/top/m: umount from vfs
-  umount: PWD/top: umount from vfs
+  umount: PWD/top/m/in: umounted from vfs
+  umount: PWD/top/m/in: umounted from vfs
+  umount: PWD/top/m: umounted from vfs
+  umount: PWD/top/m/in: umounted from vfs
+  umount: PWD/top/m: umounted from vfs
+  umount: PWD/top: umounted from vfs
   mounted:
 
 A bind mount goes without what it shows; one that goes together with another, as mounts are shared, is not missed:
@@ -110,7 +101,6 @@ A bind mount goes without what it shows; one that goes together with another, as
 -D removes no file that was mounted on:
 
   $ brief 'touch top/m/a top/m/b; mount --bind top/m/a top/m/b; garnel umount -vD top/m/b; ls top/m'
-  umount: PWD/top/m/b: umount from vfs
   umount: PWD/top/m/b: umounted from vfs, removing mount directory
   umount: PWD/top/m/b: failed to remove mount directory
   a

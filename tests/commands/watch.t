@@ -32,11 +32,9 @@ Without a terminal, each round as it is, from both streams; -e and -g tell when 
   $ garnel watch -e 'kill -9 $$'; echo $?; garnel watch -xge echo '$HOME  *' -g & sleep 0.5; kill $!
   137
   $HOME  * -g
-  $ streams garnel watch -x ./none; echo $?; streams garnel watch -x .; echo $?; garnel watch -e none 2>&1 | sed 's/.*: none/none/'
-  2> watch: ./none: No such file or directory
-  127
-  2> watch: .: Permission denied
-  126
+  $ told garnel watch -x ./none; told garnel watch -x .; garnel watch -e none 2>&1 | sed 's/.*: none/none/'
+  127 2> watch: ./none: No such file or directory
+  126 2> watch: .: Permission denied
   none: not found
   $ garnel watch -n 0.1 'sh -c "exec >&- 2>&-; sleep 0.3"; echo $?; exit 5' -e > /dev/full; echo $?
   watch: write error: No space left on device

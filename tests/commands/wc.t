@@ -34,8 +34,7 @@ name of standard input is shown where it was given.
 
 What fails has a message and no row. The others go on.
 
-  $ try() { said=$(streams garnel wc "$@"); echo "$? $said"; }
-  $ try text none . text; try -c .; try <.; setsid -w sh -c 'garnel wc /dev/tty'
+  $ told garnel wc text none . text; told garnel wc -c .; told garnel wc <.; told setsid -w garnel wc /dev/tty
   1  2  5 23 text
    2  5 23 text
    4 10 46 total
@@ -43,8 +42,7 @@ What fails has a message and no row. The others go on.
   2> wc: .: Is a directory
   1 2> wc: .: Is a directory
   1 2> wc: -: Is a directory
-  wc: /dev/tty: No such device or address
-  [1]
+  1 2> wc: /dev/tty: No such device or address
 
 The size of a regular file is known without reading it; from its present place on, for standard input. Files that
 the system makes up are read.
