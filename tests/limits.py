@@ -14,7 +14,6 @@ import os
 import re
 import resource
 import signal
-import subprocess
 import tempfile
 from collections.abc import Callable
 from pathlib import Path
@@ -60,33 +59,14 @@ def play(words: list[str], scenario: Scenario, limit: Callable[[], None] = lambd
     """Status, output, messages and files of a run."""
     with tempfile.TemporaryDirectory(prefix="limits.") as here:
         scenario.lay_out(here)
-        environment = {"PATH": "/usr/bin:/bin", "LC_ALL": "C", "TZ": "UTC", "TMP": here, "TEMP": here}
         # Endless output ends where there is no room.
-        full = open("/dev/full", "wb") if scenario.command == "yes" else subprocess.PIPE
-        process = subprocess.Popen(
-            [GARNEL, scenario.command, *words], cwd=here, env=environment, preexec_fn=limit,
-            stdin=subprocess.PIPE, stdout=full, stderr=subprocess.PIPE,
-        )  # fmt: skip
-        try:
-            out, err = process.communicate(scenario.stdin, SECONDS)
-        except subprocess.TimeoutExpired:
-            process.kill()
-            return ("hangs", *process.communicate(), {})
-        out = (out or b"").replace(here.encode(), b"HERE")
-        if scenario.vary:
-            out, err = (re.sub(scenario.vary, b"*", text) for text in (out, err))
-        files = {}
-        for path in Path(here).rglob("*"):
-            name = str(path.relative_to(here))
-            if scenario.vary:
-                name = re.sub(scenario.vary, b"*", name.encode()).decode()
-            files[name] = path.read_bytes() if path.is_file() else None
-        return process.returncode, out, err, files
-
-
-def strange(scenario: Scenario, err: bytes) -> list[bytes]:
-    forms = (re.escape(scenario.command).encode() + b": .", *scenario.says)
-    return [line[:80] for line in err.splitlines() if not any(re.match(form, line) for form in forms)]
+        full = {"stdout": open("/dev/full", "wb")} if scenario.command == "yes" else {}
+        status, out, err = scenario.play(here, GARNEL, words, SECONDS, {}, preexec_fn=limit, **full)
+        if status is None:
+            return "hangs", out, err, {}
+        paths = Path(here).rglob("*")
+        files = {scenario.fixed(here, bytes(p)): p.read_bytes() if p.is_file() else None for p in paths}
+        return status, scenario.fixed(here, out), scenario.fixed(here, err), files
 
 
 def limiting(what: int, value: int) -> Callable[[], None]:
@@ -135,14 +115,14 @@ def main() -> int:
                 continue
             # Small inputs need no room that is not there.
             refused = scenario in LARGE and isinstance(status, int) and status >= 0 and err != b""
-            if not refused or strange(scenario, err):
+            if not refused or scenario.strange(err):
                 complain(scenario, name, f"{status} {err[:200]!r} instead of {free[0]} {free[2][:200]!r}")
         for name, limit in sizes.items() if scenario not in LARGE else ():
             runs += 1
             status, out, err, files = play(words, scenario, limit)
             if (status == "hangs" or status < 0) and (status, "signal" in name) != (-signal.SIGXFSZ, True):
                 complain(scenario, name, status)
-            if strange(scenario, err):
+            if scenario.strange(err):
                 complain(scenario, name, err)
             if (out, files) != free[1:2] + free[3:] and status == free[0] and err == free[2]:
                 if "write" not in scenario.silent:

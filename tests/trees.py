@@ -162,10 +162,12 @@ def chain(top: str) -> list[tuple[int, int]]:
 
 def depth() -> None:
     levels = 5000
-    few = {"preexec_fn": lambda: resource.setrlimit(resource.RLIMIT_NOFILE, (256, 256))}
+    few = {"preexec_fn": lambda: resource.setrlimit(resource.RLIMIT_NOFILE, (64, 64))}
     make_chain("a/tree", levels)
     listing = garnel("ls", "-R", "a/tree", **few)
     check(listing.stdout.count(b"\nf\n") == levels, "ls -R did not list every file")
+    drawing = garnel("tree", "a/tree", **few)
+    check(drawing.stdout.count(b"-- f\n") == levels, "tree did not draw every file")
     steps = [
         (["cp", "-r", "a/tree", "a/copy"], "a/copy", [(0o644, 0), (0o755, 0)]),
         (["chmod", "-R", "711", "a/copy"], "a/copy", [(0o711, 0), (0o711, 0)]),

@@ -1,6 +1,8 @@
 """What sweep.py plays: one to three scenarios for every command."""
 
 import os
+import re
+import subprocess
 from collections.abc import Callable
 from dataclasses import dataclass, field
 from pathlib import Path
@@ -60,6 +62,30 @@ class Scenario:
             else:
                 path.write_bytes(content)
                 os.utime(path, (FIXED_TIME, FIXED_TIME))
+
+    def play(self, here: str, garnel: str, words: list[str], seconds: int, more: dict, **options) -> tuple:
+        """Runs in a directory with the scenario's files, and more in its environment: status, or None where it hangs,
+        and both streams."""
+        environment = {"PATH": "/usr/bin:/bin", "LC_ALL": "C", "TZ": "UTC", "TMP": here, "TEMP": here} | more
+        streams = {"stdin": subprocess.PIPE, "stdout": subprocess.PIPE, "stderr": subprocess.PIPE} | options
+        process = subprocess.Popen([garnel, self.command, *words], cwd=here, env=environment, **streams)
+        try:
+            out, err = process.communicate(self.stdin, seconds)
+            return process.returncode, out or b"", err
+        except subprocess.TimeoutExpired:
+            process.kill()
+            out, err = process.communicate()
+            return None, out or b"", err
+
+    def fixed(self, here: str, text: bytes) -> bytes:
+        """The text without what is different in every run."""
+        text = text.replace(here.encode(), b"HERE")
+        return re.sub(self.vary, b"*", text) if self.vary else text
+
+    def strange(self, err: bytes) -> list[bytes]:
+        """Messages that are not garnel's."""
+        forms = (re.escape(self.command).encode() + b": .", *self.says)
+        return [line for line in err.splitlines() if not any(re.match(form, line) for form in forms)]
 
 
 LINES = b"".join(b"line %d\n" % (number * 7919 % 1000) for number in range(300))

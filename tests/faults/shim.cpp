@@ -5,8 +5,9 @@
 //   5          it fails with error number 5
 //   =7         it is said to have returned 7
 //   short      it happens, for one byte only
-// When the process ends or becomes another program, the file that GARNEL_FAULTS_REPORT names gets lines "calls ROUTINE COUNT", "met ENTRY"
-// for each entry that came about, and "open NUMBER NAME" for each descriptor above 2 that was still open.
+// When the process ends or becomes another program, the file that GARNEL_FAULTS_REPORT names gets lines
+// "calls ROUTINE COUNT", "met ENTRY" for each entry that came about, and "open NUMBER NAME" for each descriptor
+// above 2 that was still open.
 //
 // System calls are caught where they enter the kernel (system call user dispatch), so that those which the C
 // library makes for itself count like those of the executable; "memory" is the malloc family. A look into the
@@ -22,7 +23,6 @@
 #include <cstring>
 #include <initializer_list>
 
-#include <dirent.h>
 #include <dlfcn.h>
 #include <fcntl.h>
 #include <grp.h>
@@ -77,107 +77,63 @@ void* __libc_realloc(void* old, size_t size);
 namespace {
 
 // Which argument of a call is its byte count, for calls that can come short.
-enum class Count { none, second, third, vector, fourth, fifth };
+enum class Count { none, third, fourth, fifth, vector };
 
 struct Routine {
     const char* name;
-    long number;
+    std::initializer_list<long> numbers;
     Count count = Count::none;
 };
 
-constexpr long no_number = -1;
-
 constexpr Routine routines[] = {
-    {"memory", no_number},
-    {"fork", no_number},
-    {"database", no_number},
-    {"open", SYS_open},
-    {"open", SYS_openat},
-    {"read", SYS_read, Count::third},
-    {"read", SYS_pread64, Count::third},
-    {"write", SYS_write, Count::third},
-    {"write", SYS_pwrite64, Count::third},
-    {"write", SYS_writev, Count::vector},
-    {"close", SYS_close},
-    {"stat", SYS_stat},
-    {"stat", SYS_lstat},
-    {"stat", SYS_fstat},
-    {"stat", SYS_newfstatat},
-    {"stat", SYS_statx},
-    {"statfs", SYS_statfs},
-    {"statfs", SYS_fstatfs},
-    {"list", SYS_getdents64},
-    {"seek", SYS_lseek},
-    {"rename", SYS_rename},
-    {"rename", SYS_renameat},
-    {"rename", SYS_renameat2},
-    {"unlink", SYS_unlink},
-    {"unlink", SYS_unlinkat},
-    {"unlink", SYS_rmdir},
-    {"mkdir", SYS_mkdir},
-    {"mkdir", SYS_mkdirat},
-    {"mknod", SYS_mknod},
-    {"mknod", SYS_mknodat},
-    {"link", SYS_link},
-    {"link", SYS_linkat},
-    {"link", SYS_symlink},
-    {"link", SYS_symlinkat},
-    {"readlink", SYS_readlink},
-    {"readlink", SYS_readlinkat},
-    {"chmod", SYS_chmod},
-    {"chmod", SYS_fchmod},
-    {"chmod", SYS_fchmodat},
-    {"chown", SYS_chown},
-    {"chown", SYS_lchown},
-    {"chown", SYS_fchown},
-    {"chown", SYS_fchownat},
-    {"times", SYS_utimensat},
-    {"truncate", SYS_truncate},
-    {"truncate", SYS_ftruncate},
-    {"copy", SYS_copy_file_range, Count::fifth},
-    {"splice", SYS_splice, Count::fifth},
-    {"splice", SYS_sendfile, Count::fourth},
-    {"splice", SYS_tee, Count::third},
-    {"splice", SYS_vmsplice, Count::vector},
-    {"map", SYS_mmap},
-    {"map", SYS_brk},
-    {"advise", SYS_madvise},
-    {"advise", SYS_fadvise64},
-    {"control", SYS_fcntl},
-    {"device", SYS_ioctl},
-    {"access", SYS_access},
-    {"access", SYS_faccessat},
-    {"pipe", SYS_pipe2},
-    {"duplicate", SYS_dup},
-    {"duplicate", SYS_dup2},
-    {"duplicate", SYS_dup3},
-    {"wait", SYS_wait4},
-    {"exec", SYS_execve},
-    {"poll", SYS_poll},
-    {"nap", SYS_clock_nanosleep},
-    {"nap", SYS_nanosleep},
-    {"limit", SYS_prlimit64},
-    {"directory", SYS_getcwd},
-    {"directory", SYS_chdir},
-    {"directory", SYS_fchdir},
-    {"random", SYS_getrandom},
-    {"identity", SYS_setresuid},
-    {"identity", SYS_setresgid},
-    {"identity", SYS_setuid},
-    {"identity", SYS_setgid},
-    {"identity", SYS_setgroups},
-    {"system", SYS_uname},
-    {"system", SYS_sethostname},
-    {"root", SYS_chroot},
-    {"mount", SYS_mount},
-    {"mount", SYS_umount2},
-    {"sync", SYS_sync},
-    {"sync", SYS_fsync},
-    {"sync", SYS_fdatasync},
-    {"sync", SYS_syncfs},
-    {"handler", SYS_rt_sigaction},
-    {"socket", SYS_socket},
-    {"socket", SYS_connect},
+    {"memory", {}},
+    {"fork", {}},
+    {"database", {}},
+    {"open", {SYS_open, SYS_openat}},
+    {"read", {SYS_read, SYS_pread64}, Count::third},
+    {"write", {SYS_write, SYS_pwrite64}, Count::third},
+    {"write", {SYS_writev}, Count::vector},
+    {"close", {SYS_close}},
+    {"stat", {SYS_stat, SYS_lstat, SYS_fstat, SYS_newfstatat, SYS_statx}},
+    {"statfs", {SYS_statfs, SYS_fstatfs}},
+    {"list", {SYS_getdents64}},
+    {"seek", {SYS_lseek}},
+    {"rename", {SYS_rename, SYS_renameat, SYS_renameat2}},
+    {"unlink", {SYS_unlink, SYS_unlinkat, SYS_rmdir}},
+    {"mkdir", {SYS_mkdir, SYS_mkdirat}},
+    {"mknod", {SYS_mknod, SYS_mknodat}},
+    {"link", {SYS_link, SYS_linkat, SYS_symlink, SYS_symlinkat}},
+    {"readlink", {SYS_readlink, SYS_readlinkat}},
+    {"chmod", {SYS_chmod, SYS_fchmod, SYS_fchmodat}},
+    {"chown", {SYS_chown, SYS_lchown, SYS_fchown, SYS_fchownat}},
+    {"times", {SYS_utimensat}},
+    {"truncate", {SYS_truncate, SYS_ftruncate}},
+    {"copy", {SYS_copy_file_range}, Count::fifth},
+    {"splice", {SYS_splice}, Count::fifth},
+    {"splice", {SYS_sendfile}, Count::fourth},
+    {"splice", {SYS_tee}, Count::third},
+    {"splice", {SYS_vmsplice}, Count::vector},
+    {"map", {SYS_mmap, SYS_brk}},
+    {"advise", {SYS_madvise, SYS_fadvise64}},
+    {"control", {SYS_fcntl}},
+    {"device", {SYS_ioctl}},
+    {"access", {SYS_access, SYS_faccessat}},
+    {"pipe", {SYS_pipe2}},
+    {"duplicate", {SYS_dup, SYS_dup2, SYS_dup3}},
+    {"wait", {SYS_wait4}},
+    {"exec", {SYS_execve}},
+    {"poll", {SYS_poll}},
+    {"nap", {SYS_clock_nanosleep, SYS_nanosleep}},
+    {"limit", {SYS_prlimit64}},
+    {"directory", {SYS_getcwd, SYS_chdir, SYS_fchdir}},
+    {"random", {SYS_getrandom}},
+    {"identity", {SYS_setresuid, SYS_setresgid, SYS_setuid, SYS_setgid, SYS_setgroups}},
+    {"system", {SYS_uname, SYS_sethostname}},
+    {"root", {SYS_chroot}},
+    {"mount", {SYS_mount, SYS_umount2}},
+    {"sync", {SYS_sync, SYS_fsync, SYS_fdatasync, SYS_syncfs}},
+    {"handler", {SYS_rt_sigaction}},
+    {"socket", {SYS_socket, SYS_connect}},
 };
 
 struct Fault {
@@ -216,7 +172,9 @@ long call(long number, Arguments... arguments) {
 
 const Routine* find(long number) {
     for (const Routine& routine : routines) {
-        if (routine.number == number) return &routine;
+        for (const long known : routine.numbers) {
+            if (known == number) return &routine;
+        }
     }
     return nullptr;
 }
@@ -237,29 +195,19 @@ const Fault* count_call(const char* name) {
     return nullptr;
 }
 
+// Those of a process that never has many.
 void report_descriptors(int report, bool at_exec) {
-    const int fds = (int)call(SYS_open, "/proc/self/fd", O_RDONLY | O_DIRECTORY, 0);
-    if (fds < 0) return;
-    alignas(dirent64) char entries[4096];
-    for (;;) {
-        const long size = call(SYS_getdents64, fds, entries, sizeof entries);
-        if (size <= 0) break;
-        for (long at = 0; at < size;) {
-            const dirent64* entry = reinterpret_cast<const dirent64*>(entries + at);
-            at += entry->d_reclen;
-            const int fd = atoi(entry->d_name);
-            if (fd <= 2 || fd == fds || fd == report) continue;
-            if (at_exec && (call(SYS_fcntl, fd, F_GETFD) & FD_CLOEXEC) != 0) continue;
-            char link[64];
-            char name[256] = "?";
-            snprintf(link, sizeof link, "/proc/self/fd/%d", fd);
-            const long length = call(SYS_readlink, link, name, sizeof name - 1);
-            if (length > 0) name[length] = 0;
-            char line[400];
-            call(SYS_write, report, line, snprintf(line, sizeof line, "open %d %s\n", fd, name));
-        }
+    for (int fd = 3; fd < 1024; fd++) {
+        const long flags = call(SYS_fcntl, fd, F_GETFD);
+        if (flags < 0 || fd == report || (at_exec && (flags & FD_CLOEXEC) != 0)) continue;
+        char link[64];
+        char name[256] = "?";
+        char line[400];
+        snprintf(link, sizeof link, "/proc/self/fd/%d", fd);
+        const long length = call(SYS_readlink, link, name, sizeof name - 1);
+        if (length > 0) name[length] = 0;
+        call(SYS_write, report, line, snprintf(line, sizeof line, "open %d %s\n", fd, name));
     }
-    call(SYS_close, fds);
 }
 
 void write_report(bool at_exec) {
@@ -295,7 +243,7 @@ long change_mask(ucontext_t* context, const greg_t* regs) {
 }
 
 void shorten(Count count, greg_t* regs, iovec* single) {
-    static constexpr int registers[] = {0, REG_RSI, REG_RDX, 0, REG_R10, REG_R8};
+    static constexpr int registers[] = {0, REG_RDX, REG_R10, REG_R8};
     if (count == Count::vector) {
         const iovec* vector = reinterpret_cast<const iovec*>(regs[REG_RSI]);
         *single = {vector->iov_base, vector->iov_len > 0 ? 1u : 0u};
@@ -435,28 +383,18 @@ void open_or_close(const char* name) {
 
 extern "C" {
 
-passwd* getpwnam(const char* name) {
-    return look_up<passwd>("getpwnam", name);
-}
-
-passwd* getpwuid(uid_t id) {
-    return look_up<passwd>("getpwuid", id);
-}
+#define LOOK_UP(result, routine, argument)     \
+    result* routine(argument key) {            \
+        return look_up<result>(#routine, key); \
+    }
+LOOK_UP(passwd, getpwnam, const char*)
+LOOK_UP(passwd, getpwuid, uid_t)
+LOOK_UP(group, getgrnam, const char*)
+LOOK_UP(group, getgrgid, gid_t)
+LOOK_UP(hostent, gethostbyname, const char*)
 
 passwd* getpwent() {
     return look_up<passwd>("getpwent");
-}
-
-group* getgrnam(const char* name) {
-    return look_up<group>("getgrnam", name);
-}
-
-group* getgrgid(gid_t id) {
-    return look_up<group>("getgrgid", id);
-}
-
-hostent* gethostbyname(const char* name) {
-    return look_up<hostent>("gethostbyname", name);
 }
 
 void setpwent() {
