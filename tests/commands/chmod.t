@@ -1,20 +1,8 @@
 Modes, applied to 4750, with what -M shows:
 
-  $ touch f && while read -r mode; do
+  $ touch f && for mode in 0000755 0 1755 40000000000000000000755 77778 - -w,u+x gouug+rrwr a+x,ug=,a-r u+rw-x -wR; do
   >   chmod 4750 f; printf '%s: ' "$mode"; garnel chmod -M "$mode" f 2>&1 | sed 's/chmod: //' | tr '\n' ' '; stat -c %04a f
-  > done <<'end'
-  > 0000755
-  > 0
-  > 1755
-  > 40000000000000000000755
-  > 77778
-  > -
-  > -w,u+x
-  > gouug+rrwr
-  > a+x,ug=,a-r
-  > u+rw-x
-  > -wR
-  > end
+  > done
   0000755: attr=0755 mask=0777 0755
   0: attr=00 mask=0777 0000
   1755: invalid mode: 1755 4750
@@ -36,12 +24,11 @@ Files may stand in front of the mode, and everything behind it is a file:
   mode of '8' changed from 0600 (rw-------) to 0644 (rw-r--r--)
   chmod: cannot access '--help': No such file or directory
   [1]
-  $ for arguments in -R -- '--verb f' '-Rz 644 f' '--help 8' '-vRw f' '-u+r f' 644 '8 f' 'g 644 f'; do
+  $ for arguments in -R -- '-Rz 644 f' '--help 8' '-vRw f' '-u+r f' 644 '8 f' 'g 644 f'; do
   >   told garnel chmod $arguments | head -n 1
-  > done; streams garnel chmod '' f
+  > done; told garnel chmod '' f
   1 2> chmod: missing operand
   1 2> chmod: unknown argument: '--'
-  1 2> chmod: unknown argument: '--verb'
   1 2> chmod: unknown argument: '-Rz'
   0 Usage: chmod [OPTION]... MODE[,MODE]... FILE...
   2 2> chmod: MODE sytax error
@@ -49,8 +36,7 @@ Files may stand in front of the mode, and everything behind it is a file:
   1 2> chmod: missing operand
   2 2> chmod: invalid mode: 8
   2 2> chmod: MODE sytax error
-  2> chmod: invalid mode: 
-  [2]
+  2 2> chmod: invalid mode: 
 
 Reports:
 

@@ -3,19 +3,9 @@ Owners and groups, which only the superuser can give away:
 Needs: f=$(mktemp) && chown 65534:65534 $f && rm $f && unshare -m true
 
   $ show() { find "$@" -printf '%U:%G %p\n' | sort -k 2; }
-  $ touch f && while read -r who; do
+  $ touch f && for who in daemon:bin nobody:nogroup bin: :bin : '' 12345 bin:none :-1; do
   >   chown 1:1 f; said=$(streams garnel chown "$who" f); stat -c "%u:%g $who $said" f
-  > done <<'end'
-  > daemon:bin
-  > nobody:nogroup
-  > bin:
-  > :bin
-  > :
-  > 
-  > 12345
-  > bin:none
-  > :-1
-  > end
+  > done
   1:2 daemon:bin 
   65534:65534 nobody:nogroup 
   2:1 bin: 

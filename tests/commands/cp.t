@@ -26,59 +26,36 @@ Files of every size, holes included, arrive as they are; one that is copied to i
 Directories are made, never merged into, which shows in the status alone:
 
   $ mkdir -p t/sub e && chmod 700 t/sub && echo f >t/sub/f && ln -s sub t/to-sub && ln -s sub/f t/to-f
-  $ ln -s none t/dangling && mkfifo t/pipe && streams garnel cp -r t new-t | sort; find new-t -printf '%M %p\n' | sort -k 2
+  $ ln -s none t/dangling && mkfifo t/pipe && streams garnel cp -r t new-t | sort; find new-t -printf '%M %p\n' | sort -k 2 | paste -sd,
   2> cp: t/dangling: No such file or directory
   2> cp: t/pipe: Not a file
-  drwxr-xr-x new-t
-  drwxr-xr-x new-t/sub
-  -rw-r--r-- new-t/sub/f
-  -rw-r--r-- new-t/to-f
-  drwxr-xr-x new-t/to-sub
-  -rw-r--r-- new-t/to-sub/f
-  $ streams garnel cp -rv t/sub e; streams garnel cp -r t/sub e; streams garnel cp -r a t/sub/ new-t e; ls e
+  drwxr-xr-x new-t,drwxr-xr-x new-t/sub,-rw-r--r-- new-t/sub/f,-rw-r--r-- new-t/to-f,drwxr-xr-x new-t/to-sub,-rw-r--r-- new-t/to-sub/f
+  $ streams garnel cp -rv t/sub e; streams garnel cp -r t/sub e; streams garnel cp -r a t/sub/ new-t e; echo $(ls e)
   't/sub' -> 'e/sub'
   't/sub/f' -> 'e/sub/f'
-  a
-  new-t
-  sub
+  a new-t sub
 
 A directory that would be copied into itself ends there:
 
-  $ mkdir -p s/sub && echo s >s/f && ln -s . s/loop && garnel cp -r s s/sub/.. 2>&1 | grep -v loop/loop; ls s/s
+  $ mkdir -p s/sub && echo s >s/f && ln -s . s/loop && garnel cp -r s s/sub/.. 2>&1 | grep -v loop/loop; echo $(ls s/s)
   cp: s/loop/s: cannot copy a directory into itself
-  f
-  loop
-  sub
-  $ rm -r s/loop s/s; garnel cp -r s s/sub/new; find s | sort
+  f loop sub
+  $ rm -r s/loop s/s; garnel cp -r s s/sub/new; echo $(find s | sort)
   cp: s/sub/new: cannot copy a directory into itself
-  s
-  s/f
-  s/sub
-  s/sub/new
-  s/sub/new/f
-  s/sub/new/sub
-  $ mkdir -p k/x/y && ln -s ../../../copy/x k/x/y/link && timeout 20 garnel cp -r k copy; find copy
+  s s/f s/sub s/sub/new s/sub/new/f s/sub/new/sub
+  $ mkdir -p k/x/y && ln -s ../../../copy/x k/x/y/link && timeout 20 garnel cp -r k copy; echo $(find copy)
   cp: k/x/y/link: cannot copy a directory into itself
-  copy
-  copy/x
-  copy/x/y
+  copy copy/x copy/x/y
 
 Operands keep their own names; what a directory delivers stays in it whatever its name is:
 
   $ mkdir -p back m && echo in >'back/\x' && echo out >'\x' && mkdir 'back/\d' && echo in >'back/\d/new
-  > line' && garnel cp -r back m/back && find m | sort && cat 'm/back/\x' '\x'
-  line
-  m
-  m/back
-  m/back/\d
-  m/back/\d/new
-  m/back/\x
+  > line' && garnel cp -r back m/back && find m | sort | paste -sd' ' && cat 'm/back/\x' '\x'
+  line m m/back m/back/\d m/back/\d/new m/back/\x
   in
   out
-  $ mkdir m2 && garnel cp '\x' m2 && garnel cp -r back/ t/sub m2/../m2 && ls m2
-  back
-  sub
-  x
+  $ mkdir m2 && garnel cp '\x' m2 && garnel cp -r back/ t/sub m2/../m2 && echo $(ls m2)
+  back sub x
 
 Misuse and trouble:
 

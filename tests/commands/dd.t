@@ -1,4 +1,4 @@
-  $ for word in bs foo=1 status=all count=1x bs=0 ibs=-1 bs=8E bs=12k3; do told garnel dd $word; done
+  $ for word in bs foo=1 status=all count=1x bs=0 ibs=-1 bs=8E; do told garnel dd $word; done
   1 2> dd: invalid argument: 'bs'
   1 2> dd: invalid argument: 'foo=1'
   1 2> dd: invalid argument: 'status=all'
@@ -6,7 +6,6 @@
   1 2> dd: invalid argument: 'bs=0'
   1 2> dd: invalid argument: 'ibs=-1'
   1 2> dd: invalid argument: 'bs=8E'
-  1 2> dd: invalid argument: 'bs=12k3'
   $ ASAN_OPTIONS=allocator_may_return_null=1:log_path=/dev/null streams garnel dd obs=4E
   2> dd: no memory to allocate buffer
   [1]
@@ -17,8 +16,7 @@
 
 Nothing is truncated, and only what is missing is made, for its owner:
 
-  $ seq -s '' 1000 >in; head -c 10 in >head; echo 0123456789abcdef >f; garnel dd <head of=f; cat f
-  1234567891abcdef
+  $ seq -s '' 1000 >in; head -c 10 in >head
   $ garnel dd of=new count=0 status=dnd <in && stat -c '%a %s' new && garnel dd if=in of=new && cmp in new
   600 0
 
@@ -39,18 +37,10 @@ Positions count blocks of their own side; where there is no such place, the copy
 Equal blocks, and several output blocks to an input block, go out in one write; others are put together anew.
 Packets show each write, dashes and dots what was read and written:
 
-  $ cat >packets <<'END'
-  > import socket, subprocess, sys
-  > ours, its = socket.socketpair(socket.AF_UNIX, socket.SOCK_SEQPACKET)
-  > subprocess.run(["garnel", "dd", *sys.argv[1:]], stdout=its)
-  > its.close()
-  > while piece := ours.recv(65536): print(len(piece), end=" ")
-  > print()
-  > END
   $ head -c 1500 /dev/zero >z; stat -c %s in
   2894
   $ for blocks in bs=512 'ibs=1024 obs=512' 'ibs=1000 obs=300' 'ibs=300 obs=1000' 'ibs=70 obs=1500'; do
-  >   for count in 9999 2; do echo $(python3 packets if=z $blocks count=$count status=dnd 2>&1); done
+  >   for count in 9999 2; do echo $(packets garnel dd if=z $blocks count=$count status=dnd 2>&1); done
   > done
   -.-.-. 512 512 476
   -.-. 512 512

@@ -5,43 +5,40 @@ Needs: PATH=$PATH:/sbin:/usr/sbin; d=$(mktemp -d); truncate -s 1M $d/i && mkfs.e
   $ mkdir m n mkfs
   $ private() { truncate -s 0 image; truncate -s 4M image; mkfs.ext4 -qF -L old image; unshare -m sh -c '
   > mount -o loop,noatime,nodev,nodelalloc image m; touch m/kept; device=$(sed -n "s:.* $PWD/m .* - ext[0-9] \([^ ]*\) .*:\1:p" /proc/self/mountinfo)
-  > state() { echo $(ls m) $(sed -n "s:^[^/]*/ $PWD/m \([^ ]*\) [^-]*- \(ext.\) $device \(.*\):mounted \1 \2 \3:p" /proc/self/mountinfo); }
+  > state() { echo $? $(ls m) $(sed -n "s:^[^/]*/ $PWD/m \([^ ]*\) [^-]*- \(ext.\) $device \(.*\):mounted \1 \2 \3:p" /proc/self/mountinfo); }
   > { '"$1"'
   > } 2>&1' | sed "s:$PWD/:PWD/:g; s:/dev/loop[0-9]*:DEVICE:g"; }
 
 It asks, and only "yes" will do; the mount point and the options stay, whatever the device is called:
 
-  $ private 'state; for answer in "" y Yes yess "yes " "yes and no"; do echo "$answer" | garnel format m >/dev/null; echo $?; done 2>&1 | sort | uniq -c; garnel format m < /dev/null; echo $?; state
+  $ private 'state; for answer in "" y Yes yess "yes " "yes and no"; do echo "$answer" | garnel format m >/dev/null; echo $?; done 2>&1 | sort | uniq -c; garnel format m < /dev/null; state
   > echo yes | garnel format m; echo " $?"; state
-  > touch m/kept; mknod other b 7 ${device#/dev/loop}; ln -s other link; garnel format -L "the label" -vty ext2 link; echo $?; garnel format -t ext2 -L "the label" -vy link; echo $?; state; garnel df m | tail -n 1 | cut -c 1-9; dd if=image bs=1 skip=1144 count=9 status=none; rm other'
-  kept lost+found mounted rw,nodev,noatime ext4 rw,nodelalloc
+  > touch m/kept; mknod other b 7 ${device#/dev/loop}; ln -s other link; garnel format -L "the label" -vty ext2 link; echo $?; garnel format -t ext2 -L "the label" -vy link; state; garnel df m | tail -n 1 | cut -c 1-9; dd if=image bs=1 skip=1144 count=9 status=none; rm other'
+  0 kept lost+found mounted rw,nodev,noatime ext4 rw,nodelalloc
         6 4
         6 format: m: not confirmed
   format: PWD/m: everything on DEVICE (ext4) will be lost, it becomes ext4
   Type yes to continue: format: m: not confirmed
-  4
-  kept lost+found mounted rw,nodev,noatime ext4 rw,nodelalloc
+  4 kept lost+found mounted rw,nodev,noatime ext4 rw,nodelalloc
   format: PWD/m: everything on DEVICE (ext4) will be lost, it becomes ext4
   Type yes to continue:  0
-  lost+found mounted rw,nodev,noatime ext4 rw,nodelalloc
+  0 lost+found mounted rw,nodev,noatime ext4 rw,nodelalloc
   format: PWD/m: everything on DEVICE (ext4) will be lost, it becomes ext2
   Type yes to continue: format: link: not confirmed
   4
   format: PWD/m: detach
   format: PWD/m: mkfs.ext2
   format: PWD/m: mount
-  0
-  lost+found mounted rw,nodev,noatime ext2 rw
+  0 lost+found mounted rw,nodev,noatime ext2 rw
   -loop0/0 
   the label (no-eol)
-  $ private 'echo yes | garnel format -v $PWD/m/. | tail -n 4; exec 3>m/open; touch m/kept; garnel format -y m; echo $?; state; cd m; garnel format -y .; echo $?'
+  $ private 'echo yes | garnel format -v $PWD/m/. | tail -n 4; exec 3>m/open; touch m/kept; garnel format -y m; state; cd m; garnel format -y .; echo $?'
   format: PWD/m: everything on DEVICE (ext4) will be lost, it becomes ext4
   Type yes to continue: format: PWD/m: detach
   format: PWD/m: mkfs.ext4
   format: PWD/m: mount
   format: PWD/m: Device or resource busy
-  5
-  kept lost+found open mounted rw,nodev,noatime ext4 rw,nodelalloc
+  5 kept lost+found open mounted rw,nodev,noatime ext4 rw,nodelalloc
   format: PWD/m: Device or resource busy
   5
 
@@ -64,12 +61,12 @@ What cannot be done is known before:
   format: m: this mountpoint contains mountpoints
   format: DEVICE: this mountpoint contains mountpoints
   format: m: not on a block device
-  in kept lost+found mounted rw,nodev,noatime ext4 rw,nodelalloc
+  0 in kept lost+found mounted rw,nodev,noatime ext4 rw,nodelalloc
 
 A mkfs that cannot be started, or fails without having written, leaves all as it was; so does a device that is in use where it cannot be seen:
 
   $ printf '#!/none\n' > mkfs/mkfs.unstartable; printf '#!/bin/sh\necho "$@" | sed "s:/dev/.*:DEVICE:"; exit 3\n' > mkfs/mkfs.refusing; printf '#!/bin/sh\necho x > $1; exit 4' > mkfs/mkfs.half; printf '#!/bin/sh\ntrap - TERM; kill $PPID; kill $$' > mkfs/mkfs.killed
-  $ chmod +x mkfs/*; private 'garnel format -vyt refusing m; echo $?; for t in unstartable killed odd; do garnel format -yt $t m; echo $?; state; done'
+  $ chmod +x mkfs/*; private 'garnel format -vyt refusing m; echo $?; for t in unstartable killed odd; do garnel format -yt $t m; state; done'
   format: PWD/m: detach
   format: PWD/m: mkfs.refusing
   DEVICE
@@ -77,30 +74,25 @@ A mkfs that cannot be started, or fails without having written, leaves all as it
   format: PWD/m: mount again
   7
   format: mkfs.unstartable: No such file or directory
-  6
-  kept lost+found mounted rw,nodev,noatime ext4 rw,nodelalloc
+  6 kept lost+found mounted rw,nodev,noatime ext4 rw,nodelalloc
   format: mkfs.killed: failed with status 143
-  7
-  kept lost+found mounted rw,nodev,noatime ext4 rw,nodelalloc
+  7 kept lost+found mounted rw,nodev,noatime ext4 rw,nodelalloc
   format: PWD/m: No such device
   8
-  
-  $ private 'mkfifo pipe; unshare -m sh -c "echo > pipe; read x < pipe" & read x < pipe; garnel format -yt ext2 m; echo $?; state; echo > pipe; wait'
+  $ private 'mkfifo pipe; unshare -m sh -c "echo > pipe; read x < pipe" & read x < pipe; garnel format -yt ext2 m; state; echo > pipe; wait'
   format: DEVICE: Device or resource busy
-  6
-  kept lost+found mounted rw,nodev,noatime ext4 rw,nodelalloc
-  $ private 'garnel format -yt half m; echo $?; state; ls m'
+  6 kept lost+found mounted rw,nodev,noatime ext4 rw,nodelalloc
+  $ private 'garnel format -yt half m; state; ls m'
   format: mkfs.half: failed with status 4
   format: PWD/m: detached, as its device was written to
   7
-  
   $ printf '#!/bin/sh\nblkdiscard -f $1; exit 5' > mkfs/mkfs.wiping; chmod +x mkfs/*; private 'garnel format -yt wiping m 2>&1 | tail -n 1; ls m'
   format: PWD/m: detached, as its device was written to
   $ printf '#!/bin/sh\nsleep 0.1; echo 2>/dev/null; touch finished' > mkfs/mkfs.talking; chmod +x mkfs/*; private 'garnel format -yvt talking m 2>/dev/null | true; ls finished'
   finished
   $ private 'garnel format -yv $device | true; state'
   format: write error: Broken pipe
-  lost+found mounted rw,nodev,noatime ext4 rw,nodelalloc
+  0 lost+found mounted rw,nodev,noatime ext4 rw,nodelalloc
 
 Every kind of mkfs is told in its own way to give a name and not to hesitate:
 

@@ -52,13 +52,6 @@ What fails takes nothing away from the others; the status is that of the worst.
   3 2> hd: stdin: Is a directory
   1 2> hd: -n: missing or invalid operand
   1 2> hd: -s: missing or invalid operand
-  $ garnel hd -n 3 text none text 2>&1
-  00000000  4c 69 6e                                          |Lin|
-  00000003
-  hd: none: No such file or directory
-  00000000  4c 69 6e                                          |Lin|
-  00000003
-  [3]
   $ hd text none >/dev/full
   hd: none: No such file or directory
   hd: write error: No space left on device

@@ -10,29 +10,11 @@ Needs: unshare -m true
   $ mkdir a b; unshare -m sh two 64m '
   >   mkdir -p a/d/sub/deep a/out; echo f >a/d/f; echo o >a/out/o; echo in >"a/d/\\x"; chmod 4750 a/d/f; chmod 711 a/d/sub
   >   truncate -s 9M a/d/sub/holes; echo end >>a/d/sub/holes; cp a/d/sub/holes .; ln -s ../../out a/d/sub/link; ln -s d/f a/to-f
-  >   streams garnel mv -v a/to-f a/d b | sort; cmp holes b/d/sub/holes; [ "$(stat -c %b b/d/sub/holes)" -lt 20 ]
-  >   find b -printf "%M %p\n" | sort -k 2; mkfifo a/pipe; cat holes >a/pipe & garnel mv a/pipe b && cmp holes b/pipe; wait; ls -F a'
-  '\x' -> '\x'
-  'a/d' -> 'b/d'
-  'a/d/f' -> 'b/d/f'
-  'a/d/sub' -> 'b/d/sub'
-  'a/d/sub/deep' -> 'b/d/sub/deep'
-  'a/d/sub/holes' -> 'b/d/sub/holes'
-  'a/d/sub/link' -> 'b/d/sub/link'
-  'a/d/sub/link/o' -> 'b/d/sub/link/o'
-  'a/to-f' -> 'b/to-f'
-  drwxrwxrwt b
-  drwxr-xr-x b/d
-  -rw-r--r-- b/d/\x
-  -rwsr-x--- b/d/f
-  drwx--x--x b/d/sub
-  drwxr-xr-x b/d/sub/deep
-  -rw-r--r-- b/d/sub/holes
-  drwxr-xr-x b/d/sub/link
-  -rw-r--r-- b/d/sub/link/o
-  -rwsr-x--- b/to-f
-  d/
-  out/
+  >   streams garnel mv -v a/to-f a/d b | sort | paste -sd,; cmp holes b/d/sub/holes; [ "$(stat -c %b b/d/sub/holes)" -lt 20 ]
+  >   find b -printf "%M %p\n" | sort -k 2 | paste -sd,; mkfifo a/pipe; cat holes >a/pipe & garnel mv a/pipe b && cmp holes b/pipe; wait; echo $(ls -F a)'
+  '\x' -> '\x','a/d' -> 'b/d','a/d/f' -> 'b/d/f','a/d/sub' -> 'b/d/sub','a/d/sub/deep' -> 'b/d/sub/deep','a/d/sub/holes' -> 'b/d/sub/holes','a/d/sub/link' -> 'b/d/sub/link','a/d/sub/link/o' -> 'b/d/sub/link/o','a/to-f' -> 'b/to-f'
+  drwxrwxrwt b,drwxr-xr-x b/d,-rw-r--r-- b/d/\x,-rwsr-x--- b/d/f,drwx--x--x b/d/sub,drwxr-xr-x b/d/sub/deep,-rw-r--r-- b/d/sub/holes,drwxr-xr-x b/d/sub/link,-rw-r--r-- b/d/sub/link/o,-rwsr-x--- b/to-f
+  d/ out/
 
 What exists stands in the way of its own part only, and the source keeps what could not be moved:
 
@@ -61,29 +43,25 @@ What finds no room is removed from there, and the source stays whole:
 
   $ head -c 3000000 /dev/urandom >big; head -c 70000 big >small; unshare -m sh two 1m '
   >   mkdir a/d; cp big small a; cp big a/d; for command in "cp big b" "cp small b/x" "mv a/big b/y" "mv -f a/big b/x" "cp -r a/d b/z" "mv a/d b"; do
-  >     streams garnel $command; ls b; done; cmp big a/big; cmp big a/d/big
-  >   garnel cp small small big b; ls b; garnel mv a/d/big a/small b; find a b -type f | sort; cmp small b/small'
+  >     streams garnel $command; echo $(ls b); done; cmp big a/big; cmp big a/d/big
+  >   garnel cp small small big b; echo $(ls b); garnel mv a/d/big a/small b; echo $(find a b -type f | sort); cmp small b/small'
   2> cp: big: Input/output error
+  
   x
   2> mv: a/big: Input/output error
   2> mv: a/big: failed.
   x
   2> mv: a/big: Input/output error
   2> mv: a/big: failed.
+  
   2> cp: a/d/big: Input/output error
   z
   2> mv: a/d/big: Input/output error
   2> mv: a/d: failed.
-  d
-  z
+  d z
   cp: big: Input/output error
-  d
-  small
-  z
+  d small z
   mv: a/d/big: Input/output error
   mv: a/small: destination exists.
   mv: 2 failed.
-  a/big
-  a/d/big
-  a/small
-  b/small
+  a/big a/d/big a/small b/small

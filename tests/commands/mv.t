@@ -1,27 +1,15 @@
 A name that is free is taken by renaming, links as they are. Directories are moved into, as often as they are there:
 
   $ touch a 'new
-  > line' && ln -s a link && mkdir -p d n/n && inode=$(stat -c %i a) && streams garnel mv -v a b && ln -s ../b d/c && garnel mv d/c c; ls -F
+  > line' && ln -s a link && mkdir -p d n/n && inode=$(stat -c %i a) && streams garnel mv -v a b && ln -s ../b d/c && garnel mv d/c c; ls -F | paste -sd' '
   'a' -> 'b'
-  b
-  c@
-  d/
-  link@
-  n/
-  new
-  line
+  b c@ d/ link@ n/ new line
   $ streams garnel mv -v b d && [ "$(stat -c %i d/b)" = "$inode" ] && garnel mv 'new
-  > line' '\x' && ln -s n n0 && garnel mv '\x' d/b n0/n/.. && mkdir d/n && garnel mv d/n . && garnel mv n .; ls n n/n
+  > line' '\x' && ln -s n n0 && garnel mv '\x' d/b n0/n/.. && mkdir d/n && garnel mv d/n . && garnel mv n .; ls n n/n | paste -sd' '
   'b' -> 'd/b'
   mv: n: cannot move a directory into itself
   mv: n: failed.
-  n:
-  b
-  n
-  x
-  
-  n/n:
-  n
+  n: b n x  n/n: n
 
 What exists is replaced on request only, and then by a copy:
 
@@ -33,18 +21,17 @@ What exists is replaced on request only, and then by a copy:
   'a' -> 'b'
   a
   640
-  $ streams garnel mv -f b pipe; garnel mv -f x b && ls -F
+  $ streams garnel mv -f b pipe; garnel mv -f x b && echo $(ls -F)
   2> mv: b: Not a file
   2> mv: b: failed.
-  b/
-  pipe|
+  b/ pipe|
 
 Nothing is lost by moving something to where it is already, under whatever path, or into itself:
 
   $ mkdir -p s/sub && echo s >s/f && ln -s f s/to-f && ln -s s to-s && ln s/f s/hard
   $ for operands in 's/f s/f' 's/f s/sub/../f' 'to-s/f s' 's/to-f s/f' 's s' 's s/sub' 's s/sub/new' '/ s' 's/. s' 's/sub/.. s' '.. . s'; do
   >   streams garnel mv -f $operands | head -n 1
-  > done; ls s
+  > done; echo $(ls s)
   2> mv: s/f: source and destination are the same file
   2> mv: s/f: source and destination are the same file
   2> mv: to-s/f: source and destination are the same file
@@ -56,23 +43,16 @@ Nothing is lost by moving something to where it is already, under whatever path,
   2> mv: s/.: Invalid argument
   2> mv: s/sub/..: Invalid argument
   2> mv: ..: Invalid argument
-  f
-  hard
-  sub
-  to-f
-  $ garnel mv -f s/f s/hard && cat s/hard && garnel mv -f s/hard s/f && garnel mv -f s/f s/to-f && stat -c '%F %s' s/to-f; ls s
+  f hard sub to-f
+  $ garnel mv -f s/f s/hard && cat s/hard && garnel mv -f s/hard s/f && garnel mv -f s/f s/to-f && stat -c '%F %s' s/to-f; echo $(ls s)
   s
   regular file 2
-  sub
-  to-f
+  sub to-f
 
 The base name is what stands behind the last separator, as long as something does:
 
-  $ mkdir -p in c/d '\q' && touch 'k\' '\m' 'c/n\' 'c/\q' && garnel mv c/d// 'k\' 'c/n\' '\m' in && ls in
-  d
-  k
-  m
-  n\
+  $ mkdir -p in c/d '\q' && touch 'k\' '\m' 'c/n\' 'c/\q' && garnel mv c/d// 'k\' 'c/n\' '\m' in && ls in | paste -sd' '
+  d k m n\
   $ streams garnel mv 'c/\q' in; streams garnel mv '' c/.. in in; ls c
   2> mv: c/\q: Invalid argument
   2> mv: c/\q: failed.

@@ -8,46 +8,35 @@ What cannot be removed shows in its directories up to the operand; the rest is g
 
   $ mkdir -p locked/deep/inner && touch locked/deep/inner/file locked/deep/gone && chmod -R a+rwX locked
   $ mkdir -m 711 locked/other && chmod 755 locked/deep/inner
-  $ streams unprivileged rm -rf locked | sort; find locked | sort
+  $ streams unprivileged rm -rf locked | sort; echo $(find locked | sort)
   2> rm: 'locked/other': failed to open directory
   2> rm: cannot remove 'locked/deep/inner/file': Permission denied
   2> rm: cannot remove directory 'locked': Permission denied
   2> rm: cannot remove directory 'locked/deep': Directory not empty
   2> rm: cannot remove directory 'locked/deep/inner': Directory not empty
-  locked
-  locked/deep
-  locked/deep/inner
-  locked/deep/inner/file
-  locked/other
+  locked locked/deep locked/deep/inner locked/deep/inner/file locked/other
 
 Files that cannot be read or written are not copied:
 
   $ echo r >readable && mkdir kept && touch secret && chmod 600 secret && mkdir -m 777 open && echo o >open/owned
   $ for operands in 'secret open/new' 'open/owned owned' 'readable open/owned' '-r kept open/s'; do
-  >   streams unprivileged cp $operands; done; find open; cat open/owned
+  >   streams unprivileged cp $operands; done; echo $(find open | sort); cat open/owned
   2> cp: secret: Permission denied
   2> cp: owned: Permission denied
   2> cp: open/owned: Permission denied
-  open
-  open/owned
-  open/s
+  open open/owned open/s
   o
 
 Without the right to rename, it is tried the other way, and the source stays:
 
   $ rm -r kept open && mkdir -p kept/d open && echo k >kept/f && chmod 777 open && chmod 555 kept
-  $ for operands in 'kept/f open' 'kept/f open/f' 'kept open/new'; do streams unprivileged mv $operands; done | sort; find kept open | sort
+  $ for operands in 'kept/f open' 'kept/f open/f' 'kept open/new'; do streams unprivileged mv $operands; done | sort; echo $(find kept open | sort)
   2> mv: kept/f: destination exists.
   2> mv: kept/f: failed to open destination file.
   2> mv: kept/f: failed.
   2> mv: kept: failed.
   2> mv: open/new/d: failed to make directory: Permission denied
-  kept
-  kept/d
-  kept/f
-  open
-  open/f
-  open/new
+  kept kept/d kept/f open open/f open/new
 
 What others own cannot be changed, and what cannot be read is not entered:
 

@@ -3,7 +3,7 @@ Names are bytes, and a link goes itself, whatever it leads to:
   $ mkdir d && echo kept >d/kept && ln -s d link && ln -s none dangling && mkfifo pipe && touch 'a b' 'new
   > line' '\x' "$(printf '\377')"
   $ streams garnel rm -v link pipe 'new
-  > line' && garnel rm dangling 'a b' '\x' "$(printf '\377')" && ls
+  > line' && garnel rm dangling 'a b' '\x' "$(printf '\377')" && echo *
   'link' removed
   'pipe' removed
   'new
@@ -33,12 +33,10 @@ name looks like a path is taken in its own directory:
   'tree/a/b' directory removed
   'tree/a' directory removed
   $ mkdir tree/.hidden && touch tree/.hidden/f 'tree/x
-  > y' && ln -s ../out ../out/kept tree && ln -s . tree/loop && garnel rm -r tree/ && cat out/kept '\x'; ls
+  > y' && ln -s ../out ../out/kept tree && ln -s . tree/loop && garnel rm -r tree/ && cat out/kept '\x'; ls | paste -sd' '
   kept
   kept
-  \x
-  d
-  out
+  \x d out
 
 A link with a separator behind it is the directory that it leads to, and stays:
 

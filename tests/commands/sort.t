@@ -77,7 +77,7 @@ Nothing is left behind, however it ends, and everything comes in order whatever 
 
   $ seq 200000 | awk '{ print $1 * 7919 % 200003, $1 }' >numbers; sort numbers >sorted
   $ for size in 64K 1M 64M; do TEMP=d garnel sort -S $size numbers | cmp - sorted; TEMP=d garnel sort -S $size sorted | cmp - sorted; done; ls d
-  $ python3 - <<'END'
+  $ python3 - <<'END' | uniq -c
   > import os, signal, subprocess
   > for name in "SIGINT", "SIGTERM", "SIGHUP", "SIGPIPE":
   >     number = getattr(signal, name)
@@ -87,10 +87,7 @@ Nothing is left behind, however it ends, and everything comes in order whatever 
   >     sort.send_signal(number)
   >     print(sort.wait() == -number, os.listdir("d"))
   > END
-  True []
-  True []
-  True []
-  True []
+        4 True []
   $ (trap '' XFSZ; ulimit -f 100; streams env TEMP=d garnel sort numbers; echo $?; ls d) | sed 's/sort\.[0-9]*\.[A-Za-z0-9]*:/NAME:/'
   2> sort: d/NAME: I/O error
   2> sort: d/NAME: could not create temporary file

@@ -21,11 +21,9 @@ Needs: [ "$(id -u)" = 0 ] && unshare -m true && f=$(mktemp) && chown 70001:70002
 Ids and groups, with no way back; a clean environment, or the old one; a login.
 
   $ ids='sed -nE "s/^(Uid|Gid|CapPrm|CapEff|CapInh):[[:space:]]*//p" /proc/self/status'
-  $ export TERM=dumb SECRET=1; su -c "$ids; exec env" dora | sed "s/\t/ /g; s|$home|HOME|; /^PWD=/d; /^_=/d"
+  $ export TERM=dumb SECRET=1; su -c "$ids; exec env" dora | sed "s/\t/ /g; s|$home|HOME|; /^PWD=/d; /^_=/d" | uniq
   70001 70001 70001 70001
   70002 70002 70002 70002
-  0000000000000000
-  0000000000000000
   0000000000000000
   USER=dora
   HOME=HOME/dora

@@ -17,11 +17,6 @@ Blanks are space, \t, \n, \v, \f and \r. Every other byte, a NUL as well, is one
 One row for each operand, and a total, whose longest line is the longest of all. One width for all columns. The
 name of standard input is shown where it was given.
 
-  $ wc text empty blank
-   2  5 23 text
-   0  0  0 empty
-   2  0  2 blank
-   4  5 25 total
   $ wc -Ll text blank text
   2 8 text
   2 0 blank

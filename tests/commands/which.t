@@ -2,8 +2,7 @@ The first match in PATH, or all of them; directories and what cannot be executed
 
   $ mkdir -p a b c/tool d && touch a/tool b/tool d/tool d/-x && chmod +x b/tool d/tool d/-x
   $ garnel=$(command -v garnel); which() { path=$1; shift; PATH=$path "$garnel" which "$@" 2>&1; }
-  $ which c:a:none:b:d tool; which c:a:none:b:d -a tool; which b --all nothing tool ./d/tool d/../a/tool
-  b/tool
+  $ which c:a:none:b:d -a tool; which b --all nothing tool ./d/tool d/../a/tool
   b/tool
   d/tool
   which: nothing: No such file or directory
