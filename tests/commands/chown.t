@@ -40,20 +40,14 @@ Ids that do not fit are left alone, and never given:
 
 Reports:
 
-  $ report() { chown 1:1 f; streams garnel chown "$@" bin:daemon f f none; streams garnel chgrp "$@" bin f f none; }
-  $ report -c; report -v; report -vf | grep -c 2; report --silent
-  changed ownership of 'f' from daemon:daemon to bin:daemon
-  2> chmod: cannot access 'none': No such file or directory
-  changed group of 'f' from daemon to bin
-  2> chmod: cannot access 'none': No such file or directory
+  $ report() { chown 1:1 f; streams garnel chown "$@" bin:daemon f f none; streams garnel chgrp "$@" bin f f; }
+  $ report -v; [ "$(report -c)" = "$(report -v | grep -v retained)" ] || echo -c; report -vf | grep -c 2; report --silent
   changed ownership of 'f' from daemon:daemon to bin:daemon
   ownership of 'f' retained as bin:daemon
   2> chmod: cannot access 'none': No such file or directory
   changed group of 'f' from daemon to bin
   group of 'f' retained as bin
-  2> chmod: cannot access 'none': No such file or directory
   0
-  [1]
   $ for pair in '--changes -c' '--verbose -v' '--verbose -cv' '--quiet -f'; do
   >   [ "$(report ${pair% *})" = "$(report ${pair#* })" ] || echo "$pair"
   > done; chown 70000:60001 f; garnel chown -v 2 f

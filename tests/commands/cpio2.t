@@ -43,10 +43,8 @@ Nothing written is a failed write: an empty entry leaves no file, not even an ol
   2> cpio2: ../newc.cpio: failed to write file 'other': Success
   2> cpio2: ../newc.cpio: failed to write file 'full': No space left on device
   [1]
-  $ ls
-  dir
-  odd
-  $ cd ..
+  $ echo *; cd ..
+  dir odd
 
 The output may be the archive.
 

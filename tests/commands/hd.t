@@ -34,10 +34,6 @@ What one read delivers begins a line of its own.
   00002000  00 00 00                                          |...|
   00002003  65 6e 64                                          |end|
   00002006
-  $ (printf 'abc'; sleep 0.2; printf 'defghijkl') | hd -n 5
-  00000000  61 62 63                                          |abc|
-  00000003  64 65                                             |de|
-  00000005
 
 What fails takes nothing away from the others; the status is that of the worst.
 

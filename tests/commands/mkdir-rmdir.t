@@ -12,17 +12,8 @@ Directories are made with mode 0755 less the umask. The first failure ends the r
 With parents, each one that is made is reported, and what cannot be made is passed over. A backslash separates
 where no slash is left, has become a slash when the next directory is made, and is skipped behind another one:
 
-  $ touch file && streams garnel mkdir -pv x//y file/a x/y '' 'm/n\o' 'p\q/r' 's\\t\u' "$(printf '%05000d' 0)"
-  'x': directory created
-  'x//y': directory created
-  'm': directory created
-  'm/n': directory created
-  'm/n/o': directory created
-  'p\q': directory created
-  'p\q/r': directory created
-  's': directory created
-  's/\t': directory created
-  's/\t/u': directory created
+  $ touch file && streams garnel mkdir -pv x//y file/a x/y '' 'm/n\o' 'p\q/r' 's\\t\u' "$(printf '%05000d' 0)" | sed 's/: directory created$//' | paste -sd' '
+  'x' 'x//y' 'm' 'm/n' 'm/n/o' 'p\q' 'p\q/r' 's' 's/\t' 's/\t/u'
   $ garnel mkdir -p "$PWD/x/w/" && rmdir x/w
 
 Removing ends at the first failure as well, unless failures are not to count:
@@ -35,14 +26,8 @@ Removing ends at the first failure as well, unless failures are not to count:
 
 Ancestors are those that the text names, and the path is cut at a backslash where no slash is left:
 
-  $ streams garnel rmdir -pv m//n/o 'p\q//r' x/y
-  'm//n/o': directory removed
-  'm//n': directory removed
-  'm': directory removed
-  'p\q//r': directory removed
-  'p\q': directory removed
-  2> rmdir: failed to remove 'p': No such file or directory
-  [1]
+  $ streams garnel rmdir -pv m//n/o 'p\q//r' x/y | sed 's/: directory removed$//' | paste -sd,
+  'm//n/o','m//n','m','p\q//r','p\q',2> rmdir: failed to remove 'p': No such file or directory
   $ garnel rmdir -p 's/\t/u' && mkdir full full/e && streams garnel rmdir -p full/e/ x/y
   2> rmdir: failed to remove 'full/e': No such file or directory
   [1]

@@ -18,7 +18,7 @@ have does not make another device:
 
   $ garnel mknod numbered p many few && stat -c %F numbered
   fifo
-  $ for operands in 'f pp 1' 'f pp 1 2 3 4' 'f pp 1 2' 'f u' 'f x' 'plain p' 'none/f p' 'f c 4097 3'; do
+  $ for operands in 'f pp 1' 'f pp 1 2 3' 'f pp 1 2' 'f u' 'f x' 'plain p' 'none/f p' 'f c 4097 3'; do
   >   streams garnel mknod $operands
   > done
   2> mknod: missing operand after '1'

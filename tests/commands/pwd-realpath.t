@@ -17,27 +17,10 @@ pwd prints where it is, whatever the operands say. The path may have 2046 bytes:
 
 realpath resolves everything but the last component, which need not exist and stays as it is:
 
-  $ show garnel realpath '' none link link/../none real/./none link//x . real/.. ./ file/ none/ loop/x "$(printf '%05000d/' 0)" ./y
-  ROOT/none
-  ROOT/link
-  ROOT/none
-  ROOT/real/none
-  ROOT/real/x
-  ROOT/.
-  ROOT/real/..
-  ROOT/
-  ROOT/file/
-  ROOT/y
-  2> realpath: '': No such file or directory
-  2> realpath: none/: No such file or directory
-  2> realpath: loop/x: Too many levels of symbolic links
-  2> realpath: 0/: File name too long
-  $ garnel realpath -z --quiet / // /none none/x '' '/\none' '\etc/..\x' | tr '\0' '\n'
-  /
-  /
-  /none
-  /none
-  /x
+  $ show garnel realpath '' none link link/../none real/./none link//x . real/.. ./ file/ none/ loop/x "$(printf '%05000d/' 0)" ./y | paste -sd,
+  ROOT/none,ROOT/link,ROOT/none,ROOT/real/none,ROOT/real/x,ROOT/.,ROOT/real/..,ROOT/,ROOT/file/,ROOT/y,2> realpath: '': No such file or directory,2> realpath: none/: No such file or directory,2> realpath: loop/x: Too many levels of symbolic links,2> realpath: 0/: File name too long
+  $ garnel realpath -z --quiet / // /none none/x '' '/\none' '\etc/..\x' | tr '\0' ,; echo
+  /,/,/none,/none,/x,
 
 With -e all of it must exist, and a backslash is part of a name:
 

@@ -1,12 +1,7 @@
 Needs: tmux -V
 
-  $ for n in "" . -1 1s 1.2.3 99999999999; do garnel watch -n "$n" true; done; garnel watch -n
-  watch: : invalid interval
-  watch: .: invalid interval
-  watch: -1: invalid interval
-  watch: 1s: invalid interval
-  watch: 1.2.3: invalid interval
-  watch: 99999999999: invalid interval
+  $ for n in "" . -1 1s 1.2.3 99999999999; do garnel watch -n "$n" true; done 2>&1 | paste -sd,; garnel watch -n
+  watch: : invalid interval,watch: .: invalid interval,watch: -1: invalid interval,watch: 1s: invalid interval,watch: 1.2.3: invalid interval,watch: 99999999999: invalid interval
   watch: -n: invalid interval
   [1]
 
@@ -21,7 +16,7 @@ Without a terminal, each round as it is, from both streams; -e and -g tell when 
   a\x1b (esc)
   2\x1b (esc)
   7
-  $ garnel watch -n .1 -g 'echo x >> rounds; echo $(($(wc -l < rounds) / 6))'; echo $?
+  $ garnel watch -n .1 -g 'echo x >> rounds; echo $(($(wc -l < rounds) / 6)); false'; echo $?
   0
   0
   0
