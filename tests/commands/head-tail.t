@@ -20,25 +20,9 @@ that is none shows the usage.
 Headers, for two files or with -v; the last of -q and -v decides. Without them, too, an empty line stands between
 two files, also behind a file that failed. A dash is a file.
 
-  $ row -n 1 -qv <three; cp three ./-; both -n 1 none . - cut
+  $ row -n 1 -qv <three; cp three ./-; row -n 1 none . - cut
   ==> - <== 1 [0] ==> - <== 3 [0] 
-  
-  ==> - <==
-  1
-  
-  ==> cut <==
-  a
-  2> head: none: No such file or directory
-  2> head: .: Not a file
-  [1]
-  
-  ==> - <==
-  3
-  
-  ==> cut <==
-  c2> tail: none: No such file or directory
-  2> tail: .: Not a file
-  [1]
+   ==> - <== 1  ==> cut <== a 2> head: none: No such file or directory 2> head: .: Not a file [1]  ==> - <== 3  ==> cut <== c2> tail: none: No such file or directory 2> tail: .: Not a file [1] 
   $ (garnel head -n 1 three none cut 2>&1) | tail -n 4
   head: none: No such file or directory
   
