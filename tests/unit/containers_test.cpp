@@ -66,6 +66,7 @@ TEST(Containers, DequeEdges) {
         deque_begin(&it, d);
         deque_pop_front(d);
         EXPECT_EQ(deque_removeit(d, &it), -1) << "the iterator's block is gone";
+        EXPECT_EQ(deque_insertit(d, &it, e.data()), nullptr);
         deque_release(d);
     }
 }
