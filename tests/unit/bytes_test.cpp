@@ -39,7 +39,7 @@ std::vector<char> from_alphabet(std::mt19937& draw, const std::string& alphabet,
     return text;
 }
 
-TEST_P(Bytes, CountsAndFindsFromTheEndLikeTheObviousLoops) {
+TEST_P(Bytes, CountsAndFindsLikeTheObviousLoops) {
     std::mt19937 draw(1);
     for (size_t start = 0; start < alignments; start++) {
         for (size_t size = 0; size <= longest; size++) {
@@ -47,16 +47,11 @@ TEST_P(Bytes, CountsAndFindsFromTheEndLikeTheObviousLoops) {
             const std::string others =
                 std::string("\x0b\x09\x8a\x00\x0aq", 6) + std::string(draw() % 60, 'x');
             const std::vector<char> text = from_alphabet(draw, others, start + size);
-            const char *data = text.data() + start, *end = data + size;
-            const char* last = end;
-            size_t count = 0;
-            for (const char* place = data; place != end; place++) {
-                if (*place != '\n') continue;
-                last = place;
-                count++;
-            }
-            ASSERT_EQ(GetParam().count(data, end, '\n'), count) << start << ' ' << size;
-            ASSERT_EQ(GetParam().find_last(data, end, '\n') - data, last - data) << start << ' ' << size;
+            const char *data = text.data() + start, *end = data + size, *last = end;
+            while (last != data && last[-1] != '\n') last--;
+            ASSERT_EQ(GetParam().count(data, end, '\n'), static_cast<size_t>(std::count(data, end, '\n')));
+            ASSERT_EQ(GetParam().find_last(data, end, '\n'), last == data ? end : last - 1)
+                << start << ' ' << size;
             ASSERT_EQ(bytes::find(data, end, '\n'), std::find(data, end, '\n')) << start << ' ' << size;
         }
     }
@@ -64,14 +59,11 @@ TEST_P(Bytes, CountsAndFindsFromTheEndLikeTheObviousLoops) {
 
 TEST_P(Bytes, CountsMoreThanAByteCounterHolds) {
     for (const size_t size : {size_t{3} * 64 * 256 + 77, (size_t{5} << 18) + 77}) {
-        for (const char byte : {'\0', '\n', '\xff'}) {
-            std::vector<char> text(size, byte);
-            const char *data = text.data(), *end = data + size;
-            EXPECT_EQ(GetParam().count(data, end, byte), size);
-            EXPECT_EQ(GetParam().count(data, end, 'x'), 0U);
-            for (size_t place = 0; place < size; place += 1 + place / 1000) text[place] = 'x';
-            EXPECT_EQ(GetParam().count(data, end, 'x'), static_cast<size_t>(std::count(data, end, 'x')));
-        }
+        std::vector<char> text(size, '\xff');
+        const char *data = text.data(), *end = data + size;
+        EXPECT_EQ(GetParam().count(data, end, '\xff'), size);
+        for (size_t place = 0; place < size; place += 1 + place / 1000) text[place] = 'x';
+        EXPECT_EQ(GetParam().count(data, end, 'x'), static_cast<size_t>(std::count(data, end, 'x')));
     }
     std::string words;
     for (int i = 0; i < 10000; i++) words += "\n.";
@@ -89,14 +81,14 @@ TEST_P(Bytes, FindsTheFirstDifferenceOnAllAlignments) {
             // Another alignment for the other run; what lies in front of it must not matter.
             std::vector<char> b(start, 'x');
             b.insert(b.end(), a.begin(), a.end());
-            ASSERT_EQ(GetParam().mismatch(a.data(), b.data() + start, size), size);
             size_t first = size;
-            for (int differences = 0; size > 0 && differences < 2; differences++) {
+            for (int differences = 0; differences < 3; differences++) {
+                ASSERT_EQ(GetParam().mismatch(a.data(), b.data() + start, size), first)
+                    << start << ' ' << size;
+                if (size == 0) break;
                 const size_t place = draw() % size;
                 b[start + place] = static_cast<char>(a[place] ^ 0x80);
                 first = std::min(first, place);
-                ASSERT_EQ(GetParam().mismatch(a.data(), b.data() + start, size), first)
-                    << start << ' ' << size;
             }
         }
     }

@@ -2,28 +2,18 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdlib>
-#include <iostream>
-#include <random>
 #include <vector>
 
 #include "tests/fuzz/containers_model.h"
+#include "tests/unit/helpers.h"
 
 namespace {
 
 using containers_model::Memory;
 
-std::mt19937 seeded() {
-    const char* fixed = getenv("GARNEL_TEST_SEED");
-    const unsigned seed =
-        fixed != nullptr ? static_cast<unsigned>(strtoul(fixed, nullptr, 10)) : std::random_device{}();
-    std::cout << "GARNEL_TEST_SEED=" << seed << '\n';
-    return std::mt19937(seed);
-}
-
 // Growing and shrinking by turns.
 TEST(Containers, FollowModels) {
-    std::mt19937 random = seeded();
+    std::mt19937_64 random = seeded_random();
     for (const auto drive : containers_model::drivers) {
         std::vector<uint8_t> bytes;
         for (unsigned i = 0; i < 12000; i++) {
@@ -87,7 +77,7 @@ int compare_and_note(const void* a, const void* b) {
 
 // The comparisons, their order and the result, across several blocks too.
 TEST(Containers, DequeSortRule) {
-    std::mt19937 random = seeded();
+    std::mt19937_64 random = seeded_random();
     for (int n : {0, 1, 2, 3, 4, 10, 60, 600}) {
         std::vector<int> model;
         Deque<Wide> d;

@@ -24,16 +24,14 @@ class InputTest : public testing::Test {
     }
 
     // Everything from the present place on, in steps of at most this size.
-    std::string rest(Input& in, size_t step) {
+    static std::string rest(Input& in, size_t step) {
         std::string text;
-        for (;;) {
-            std::string_view part = in.look();
-            if (part.empty()) return text;
+        for (std::string_view part; !(part = in.look()).empty(); in.take(part.size())) {
             part = part.substr(0, step);
             text += part;
             EXPECT_TRUE(in.confirm());
-            in.take(part.size());
         }
+        return text;
     }
 
     FILE* file_ = tmpfile();
@@ -42,12 +40,9 @@ class InputTest : public testing::Test {
 };
 
 std::string random_text(size_t size) {
-    std::mt19937_64 draw(1);
+    std::mt19937 draw(1);
     std::string text(size, '\0');
-    for (size_t place = 0; place + 8 <= size; place += 8) {
-        const uint64_t word = draw();
-        memcpy(text.data() + place, &word, sizeof word);
-    }
+    for (size_t place = 0; place < size; place += 1 + place / 1000) text[place] = static_cast<char>(draw());
     return text;
 }
 
@@ -75,7 +70,6 @@ TEST_F(InputTest, SurvivesAFileThatIsCutOffMeanwhile) {
     write(text);
     Input in(fd_, buffer_, Input::Access::map);
     ASSERT_GT(in.look().size(), Input::buffer_size) << "was not mapped";
-    ASSERT_TRUE(in.confirm());
     in.take(100);
     ASSERT_EQ(ftruncate(fd_, 5000), 0);
     const std::string_view part = in.look();

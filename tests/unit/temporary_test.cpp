@@ -4,19 +4,17 @@
 
 #include <gtest/gtest.h>
 
-#include <cerrno>
-#include <filesystem>
-#include <string>
-
 #include <fcntl.h>
 #include <sys/stat.h>
+#include <cerrno>
+
+#include "tests/unit/helpers.h"
 
 namespace {
 
 TEST(Temporary, TakesEveryNewNameAndNoOther) {
-    char dir[] = "/tmp/temporary.XXXXXX";
-    ASSERT_NE(mkdtemp(dir), nullptr);
-    const std::string prefix = std::string(dir) + "/";
+    const TemporaryDirectory dir;
+    const std::string prefix = dir.path() / "";
     std::filesystem::create_symlink("victim", prefix + "A");
 
     for (int letter = 1; letter < 62; letter++) {
@@ -33,7 +31,7 @@ TEST(Temporary, TakesEveryNewNameAndNoOther) {
     EXPECT_FALSE(temporary::create_file(name.data()).valid());
     EXPECT_EQ(errno, EEXIST);
     EXPECT_FALSE(std::filesystem::exists(prefix + "victim"));
-    EXPECT_EQ(std::filesystem::remove_all(dir), 63U);
+    EXPECT_EQ(std::filesystem::remove_all(dir.path()), 63U);
 
     char plain[] = "XXa";
     EXPECT_FALSE(temporary::create_file(plain).valid());
