@@ -5,15 +5,16 @@
 #include <gtest/gtest.h>
 
 #include <cerrno>
-#include <cstdlib>
 #include <fstream>
-#include <string>
+#include <tuple>
 #include <vector>
 
 #include <fcntl.h>
 #include <grp.h>
 #include <sys/stat.h>
 #include <unistd.h>
+
+#include "tests/unit/helpers.h"
 
 namespace {
 
@@ -42,22 +43,20 @@ std::string text_of(char* text) {
 class Spawn : public testing::Test {
   protected:
     void SetUp() override {
-        ASSERT_NE(mkdtemp(directory_), nullptr);
-        ASSERT_EQ(chdir(directory_), 0);
+        ASSERT_EQ(chdir(directory_.name()), 0);
         for (const char* name : {"plain", "first", "second", "first/tool", "first/only"}) mkdir(name, 0755);
-        write("plain/tool", 0644, "exit 1\n");
-        write("second/tool", 0755, "#!/bin/sh\nexit 7\n");
-        write("-tool", 0755, "exit $#\n");
-        write("second/nothing", 0755, "#!/nowhere/interpreter\n");
+        const std::tuple<const char*, mode_t, const char*> files[] = {
+            {"plain/tool", 0644, "exit 1\n"},
+            {"second/tool", 0755, "#!/bin/sh\nexit 7\n"},
+            {"-tool", 0755, "exit $#\n"},
+            {"second/nothing", 0755, "#!/nowhere/interpreter\n"},
+        };
+        for (const auto& [name, mode, text] : files) {
+            std::ofstream(name) << text;
+            ASSERT_EQ(chmod(name, mode), 0);
+        }
     }
-    void TearDown() override {
-        ASSERT_EQ(chdir("/"), 0);
-        ASSERT_EQ(system((std::string("rm -r ") + directory_).c_str()), 0);
-    }
-    static void write(const char* name, mode_t mode, const char* text) {
-        std::ofstream(name) << text;
-        ASSERT_EQ(chmod(name, mode), 0);
-    }
+    void TearDown() override { ASSERT_EQ(chdir("/"), 0); }
 
     // Runs a program; what it prints is kept. The status, or -1 with failure_.
     int run(e_program program, const Arguments& arguments) {
@@ -79,20 +78,17 @@ class Spawn : public testing::Test {
         return result_.status;
     }
 
-    char directory_[sizeof "/tmp/spawn.XXXXXX"] = "/tmp/spawn.XXXXXX";
+    TemporaryDirectory directory_;
     e_failure failure_{};
     e_result result_{};
     std::string output_;
 };
 
 TEST_F(Spawn, FindsProgramsInOddPaths) {
-    struct Row {
-        const char* name;
-        const char* path;
-        const char* found;
+    const struct {
+        const char *name, *path, *found;
         int error;
-    };
-    const Row rows[] = {
+    } rows[] = {
         {"tool", "plain:first:second", "second/tool", 0},
         {"tool", "none:-tool/x:second//", "second//tool", 0},
         {"tool", "plain:none", nullptr, EACCES},
@@ -106,12 +102,10 @@ TEST_F(Spawn, FindsProgramsInOddPaths) {
         {"sh", nullptr, "/bin/sh", 0},
         {"-tool", nullptr, nullptr, ENOENT},
     };
-    for (const Row& row : rows) {
-        errno = 0;
-        char* found = e_find(row.name, row.path);
-        const int error = found != nullptr ? 0 : errno;
+    for (const auto& row : rows) {
+        char* const found = e_find(row.name, row.path);
+        EXPECT_EQ(found != nullptr ? 0 : errno, row.error) << row.name << " in " << (row.path != nullptr ? row.path : "(null)");
         EXPECT_EQ(text_of(found), row.found != nullptr ? row.found : "(null)") << row.name;
-        EXPECT_EQ(error, row.error) << row.name << " in " << (row.path != nullptr ? row.path : "(null)");
     }
 
     // Paths at the limit of what the system takes, and beyond.
@@ -143,7 +137,6 @@ TEST_F(Spawn, RunsWhatItFindsAndTellsWhyNot) {
         EXPECT_EQ(run(program, arguments), -1);
         EXPECT_EQ(failure_.step, step);
         EXPECT_EQ(failure_.error, error);
-        errno = 0;
         EXPECT_EQ(waitpid(-1, nullptr, WNOHANG), -1) << "a child was left";
     };
     fails({.environment = nothing.list()}, {"tool"}, e_step_program, EACCES);
@@ -161,9 +154,9 @@ TEST_F(Spawn, RunsWhatItFindsAndTellsWhyNot) {
 
 volatile sig_atomic_t caught = 0;
 
-TEST_F(Spawn, GivesWhatAProgramExpects) {
+TEST_F(Spawn, GivesDirectoryEnvironmentAndDescriptors) {
     EXPECT_EQ(run({.directory = "first"}, {"pwd"}), 0);
-    EXPECT_EQ(output_, std::string(directory_) + "/first\n");
+    EXPECT_EQ(output_, directory_.path().string() + "/first\n");
     const Arguments environment{"A=1", "A=2", "odd", "=x"};
     EXPECT_EQ(run({.file = "/usr/bin/env", .environment = environment.list()}, {"env"}), 0);
     EXPECT_EQ(output_, "A=1\nA=2\nodd\n=x\n");
@@ -182,84 +175,72 @@ TEST_F(Spawn, GivesWhatAProgramExpects) {
     EXPECT_EQ(read(ends[0], buffer, sizeof buffer), 6);
     EXPECT_STREQ(buffer, "b\nc\nd\n");
     for (int fd : {ends[0], ends[1], null, 50, 51}) close(fd);
+}
 
-    // Handlers go, what is ignored stays unless it is given back, and so do blocked signals. A child whose end is
-    // ignored has a status nevertheless, and goes on ignoring it.
-    struct sigaction old_user {};
-    struct sigaction action {};
-    action.sa_handler = [](int) { caught = 1; };
-    sigaction(SIGUSR1, &action, &old_user);
+// Handlers go, what is ignored stays unless it is given back, and so do blocked signals. A child whose end is
+// ignored has a status nevertheless, and goes on ignoring it.
+TEST_F(Spawn, GivesSignals) {
+    (void)signal(SIGUSR1, [](int) { caught = 1; });
     (void)signal(SIGUSR2, SIG_IGN);
     (void)signal(SIGCHLD, SIG_IGN);
-    sigset_t blocked, none, defaults;
-    sigemptyset(&none);
-    sigemptyset(&blocked);
-    sigemptyset(&defaults);
+    sigset_t blocked, none, defaults, now;
+    for (sigset_t* set : {&blocked, &none, &defaults}) sigemptyset(set);
     sigaddset(&blocked, SIGWINCH);
     sigaddset(&defaults, SIGUSR2);
     sigprocmask(SIG_SETMASK, &blocked, nullptr);
-    EXPECT_EQ(run({}, {"sed", "-nE", "s/^Sig(Blk|Ign|Cgt).*0([0-9a-f]{8})$/\\1 \\2/p", "/proc/self/status"}),
-              0);
+    const Arguments show{"sed", "-nE", "s/^Sig(Blk|Ign|Cgt).*0([0-9a-f]{8})$/\\1 \\2/p", "/proc/self/status"};
+    EXPECT_EQ(run({}, show), 0);
     EXPECT_EQ(output_, "Blk 08000000\nIgn 00010800\nCgt 00000000\n");
-    EXPECT_EQ(run({.defaults = &defaults, .mask = &none},
-                  {"sed", "-nE", "s/^Sig(Blk|Ign).*0([0-9a-f]{8})$/\\1 \\2/p", "/proc/self/status"}),
-              0);
-    EXPECT_EQ(output_, "Blk 00000000\nIgn 00000000\n");
-    sigset_t now;
+    EXPECT_EQ(run({.defaults = &defaults, .mask = &none}, show), 0);
+    EXPECT_EQ(output_, "Blk 00000000\nIgn 00000000\nCgt 00000000\n");
     sigprocmask(SIG_SETMASK, &none, &now);
-    EXPECT_EQ(sigismember(&now, SIGWINCH), 1);
-    EXPECT_EQ(sigismember(&now, SIGTERM), 0);
+    EXPECT_TRUE(sigismember(&now, SIGWINCH) == 1 && sigismember(&now, SIGTERM) == 0);
     raise(SIGUSR1);
     EXPECT_EQ(caught, 1);
-    sigaction(SIGUSR1, &old_user, nullptr);
-    (void)signal(SIGUSR2, SIG_DFL);
+    for (int changed : {SIGUSR1, SIGUSR2, SIGCHLD}) (void)signal(changed, SIG_DFL);
+}
+
+std::string shown(e_environment* environment) {
+    std::string all;
+    for (char* const* text = e_env_list(environment); *text != nullptr; text++)
+        all += std::string(*text) + ' ';
+    return all;
 }
 
 TEST(SpawnEnvironment, KeepsOrderAndLosesNothing) {
-    std::string texts[] = {"B=2", "A=3", "odd", "=x", "B", "AA", "A=", "A"};
+    const Arguments texts{"B=2", "A=3", "odd", "=x", "B", "AA", "A=", "A"};
+    char* const* const text = texts.list();
     e_environment environment;
-    setenv("A", "first", 1);
-    ASSERT_TRUE(e_env_inherit(&environment));
-    auto shown = [&] {
-        std::string all;
-        for (char* const* text = e_env_list(&environment); *text != nullptr; text++)
-            all += std::string(*text) + ' ';
-        return all;
-    };
-    EXPECT_STREQ(e_env_value(e_env_list(&environment), "A"), "first");
-    e_env_empty(&environment);
-    EXPECT_EQ(shown(), "");
-    for (size_t i : {0, 1, 2, 3}) ASSERT_TRUE(e_env_put(&environment, texts[i].data()));
+    for (size_t i : {0, 1, 2, 3}) ASSERT_TRUE(e_env_put(&environment, text[i]));
     ASSERT_TRUE(e_env_set(&environment, "AA", "long"));
     ASSERT_TRUE(e_env_set(&environment, "B", "new=1"));
-    EXPECT_EQ(shown(), "B=new=1 A=3 odd =x AA=long ");
-    ASSERT_TRUE(e_env_unset(&environment, texts[4].data()));
-    ASSERT_TRUE(e_env_unset(&environment, texts[5].data()));
+    EXPECT_EQ(shown(&environment), "B=new=1 A=3 odd =x AA=long ");
+    ASSERT_TRUE(e_env_unset(&environment, text[4]));
+    ASSERT_TRUE(e_env_unset(&environment, text[5]));
     ASSERT_TRUE(e_env_set(&environment, "B", "again"));
-    ASSERT_TRUE(e_env_put(&environment, texts[6].data()));
-    EXPECT_EQ(shown(), "A= odd =x B=again ");
+    ASSERT_TRUE(e_env_put(&environment, text[6]));
+    EXPECT_EQ(shown(&environment), "A= odd =x B=again ");
     EXPECT_STREQ(e_env_value(e_env_list(&environment), "A"), "");
     EXPECT_EQ(e_env_value(e_env_list(&environment), "AA"), nullptr);
 
     // What is named twice stays so until it is touched.
-    char* twice[] = {texts[1].data(), texts[0].data(), texts[1].data(), nullptr};
-    char** const before = environ;
-    environ = twice;
+    char* twice[] = {text[1], text[0], text[1], nullptr};
+    char** const before = std::exchange(environ, twice);
     e_environment copy;
     const bool inherited = e_env_inherit(&copy);
     environ = before;
     ASSERT_TRUE(inherited);
-    EXPECT_EQ(std::string(e_env_list(&copy)[2]), "A=3");
+    EXPECT_EQ(shown(&copy), "A=3 B=2 A=3 ");
     ASSERT_TRUE(e_env_set(&copy, "A", "4"));
-    EXPECT_EQ(std::string(e_env_list(&copy)[0]), "A=4");
-    EXPECT_EQ(e_env_list(&copy)[2], nullptr);
-    ASSERT_TRUE(e_env_unset(&copy, texts[7].data()));
-    EXPECT_EQ(e_env_list(&copy)[1], nullptr);
+    EXPECT_EQ(shown(&copy), "A=4 B=2 ");
+    ASSERT_TRUE(e_env_unset(&copy, text[7]));
+    EXPECT_EQ(shown(&copy), "B=2 ");
 
     std::vector<std::string> many;
     for (int i = 0; i < 40000; i++) many.push_back("N" + std::to_string(i % 20000) + "=" + std::to_string(i));
     e_env_empty(&environment);
-    for (std::string& text : many) ASSERT_TRUE(e_env_put(&environment, text.data()));
+    EXPECT_EQ(shown(&environment), "");
+    for (std::string& entry : many) ASSERT_TRUE(e_env_put(&environment, entry.data()));
     char* const* list = e_env_list(&environment);
     EXPECT_STREQ(list[19999], "N19999=39999");
     EXPECT_EQ(list[20000], nullptr);
