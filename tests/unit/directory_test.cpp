@@ -1,44 +1,37 @@
-// The directory reader against real directories and a model of its orders. GARNEL_TEST_SEED repeats a run.
+// The directory reader against real directories and a model of its orders.
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <cstdlib>
 #include <cstring>
-#include <filesystem>
 #include <fstream>
-#include <iostream>
-#include <random>
-#include <string>
+#include <tuple>
 #include <vector>
 
 #include <fcntl.h>
 #include <sys/stat.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
 #include "common/directory.h"
 #include "lib/containers/btree.h"
 #include "lib/containers/container_deque.h"
+#include "tests/unit/helpers.h"
 #include "tests/unit/system_calls.h"
 
 namespace {
 
 namespace fs = std::filesystem;
+using Names = std::vector<std::string>;
 
 class Directory : public testing::Test {
   protected:
-    fs::path outer;
-    fs::path dir;  // nobody else changes what ".." stands for here
+    TemporaryDirectory outer;
+    fs::path dir = outer.path() / "dir";  // nobody else changes what ".." stands for here
 
     Directory() {
-        std::string name = fs::temp_directory_path() / "garnel.XXXXXX";
-        outer = mkdtemp(name.data());
-        dir = outer / "dir";
         fs::create_directory(dir);
-        chmod(outer.c_str(), 0755);
+        chmod(outer.name(), 0755);
     }
-    ~Directory() override { fs::remove_all(outer); }
 
     void make(const std::string& name, size_t size = 0, timespec time = {}) {
         std::ofstream(dir / name) << std::string(size, 'x');
@@ -47,17 +40,15 @@ class Directory : public testing::Test {
     }
 };
 
-std::vector<std::string> names_of(const DirectoryListing& listing) {
-    std::vector<std::string> names;
-    for (const DirectoryEntry& entry : listing) names.emplace_back(entry.name);
+template <typename Entries>
+Names names_in(const Entries& entries) {
+    Names names;
+    for (const auto& entry : entries) names.emplace_back(entry.name);
     return names;
 }
 
-std::vector<std::string> names_of(deque* raw) {
-    std::vector<std::string> names;
-    const auto records = Deque<gn_dirent>::adopt(raw);
-    for (const gn_dirent& record : records) names.emplace_back(record.name);
-    return names;
+Names names_of(deque* records) {
+    return names_in(Deque<gn_dirent>::adopt(records));
 }
 
 struct Known {
@@ -82,11 +73,8 @@ constexpr btree_predicate pairs[][2] = {
 };
 
 TEST_F(Directory, OrdersFollowModel) {
-    const char* fixed = getenv("GARNEL_TEST_SEED");
-    const unsigned seed = fixed != nullptr ? unsigned(atol(fixed)) : std::random_device{}();
-    std::cout << "GARNEL_TEST_SEED=" << seed << '\n';
-    std::mt19937 random(seed);
-    auto below = [&](unsigned limit) { return unsigned(random()) % limit; };
+    std::mt19937_64 random = seeded_random();
+    auto below = [&](unsigned limit) { return unsigned(random() % limit); };
 
     // Few different sizes and times, so that ties are the rule; times on both sides of what fits into a
     // 64-bit number of nanoseconds; names that differ late, early, by length and by bytes above 127.
@@ -101,50 +89,41 @@ TEST_F(Directory, OrdersFollowModel) {
         make(std::string(255, 'n'));
         fs::create_directory_symlink("/", dir / "link");
 
-        std::vector<Known> known;
+        std::vector<Known> known = {{".", {}}, {"..", {}}};
         for (const auto& entry : fs::directory_iterator(dir)) known.push_back({entry.path().filename(), {}});
-        const size_t without_dots = known.size();
-        known.push_back({".", {}});
-        known.push_back({"..", {}});
         for (Known& k : known) ASSERT_EQ(lstat((dir / k.name).c_str(), &k.status), 0);
 
         const UniqueFd fd = open_directory(dir.c_str());
         DirectoryListing listing;
-        for (int order = 1; order <= 3; order++) {
-            for (bool dots : {true, false}) {
-                std::vector<Known> model(known.begin(),
-                                         known.begin() + long(dots ? known.size() : without_dots));
-                std::sort(model.begin(), model.end(),
-                          [&](const Known& a, const Known& b) { return precedes(order, a, b); });
-                for (bool reverse : {false, true}) {
-                    SCOPED_TRACE(testing::Message() << "order " << order << dots << reverse);
-                    std::vector<std::string> expected;
-                    for (const Known& k : model) expected.push_back(k.name);
-                    if (reverse) std::reverse(expected.begin(), expected.end());
-                    ASSERT_TRUE(listing.read(fd.get(), EntryOrder(order), reverse, dots));
-                    EXPECT_EQ(names_of(listing), expected);
-                    EXPECT_EQ(names_of(gn_readdir(dir.c_str(), order, reverse, dots)), expected);
+        for (int way = 0; way < 12; way++) {
+            const int order = way / 4 + 1;
+            const bool dots = way % 4 >= 2, reverse = way % 2 == 1;
+            SCOPED_TRACE(testing::Message() << "order " << order << dots << reverse);
+            std::vector<Known> model(known.begin() + (dots ? 0 : 2), known.end());
+            std::sort(model.begin(), model.end(),
+                      [&](const Known& a, const Known& b) { return precedes(order, a, b); });
+            if (reverse) std::reverse(model.begin(), model.end());
+            const Names expected = names_in(model);
+            ASSERT_TRUE(listing.read(fd.get(), EntryOrder(order), reverse, dots));
+            EXPECT_EQ(names_in(listing), expected);
+            EXPECT_EQ(names_of(gn_readdir(dir.c_str(), order, reverse, dots)), expected);
 
-                    btree* tree = btree_new(sizeof(gn_dirent), 0, pairs[order][0], pairs[order][1]);
-                    for (const Known& k : known) {
-                        gn_dirent record;
-                        gn_stat_to_gn_dirent(&k.status, k.name.c_str(), &record);
-                        if (!dots && k.name.find_first_not_of('.') == std::string::npos) continue;
-                        ASSERT_TRUE(btree_insert(tree, &record, nullptr, false));
-                    }
-                    EXPECT_EQ(names_of(gn_readdir_flatten(tree, reverse)), expected);
-                }
+            btree* tree = btree_new(sizeof(gn_dirent), 0, pairs[order][0], pairs[order][1]);
+            for (const Known& k : model) {
+                gn_dirent record;
+                gn_stat_to_gn_dirent(&k.status, k.name.c_str(), &record);
+                ASSERT_TRUE(btree_insert(tree, &record, nullptr, false));
             }
+            EXPECT_EQ(names_of(gn_readdir_flatten(tree, reverse)), expected);
         }
 
         // Unsorted: each once, in the same order every time.
         ASSERT_TRUE(listing.read(fd.get(), EntryOrder::unsorted, true, true));
-        std::vector<std::string> unsorted = names_of(listing);
+        Names unsorted = names_in(listing), all = names_in(known);
         EXPECT_EQ(names_of(gn_readdir(dir.c_str(), 0, false, true)), unsorted);
         std::sort(unsorted.begin(), unsorted.end());
-        std::sort(known.begin(), known.end(), [](const Known& a, const Known& b) { return a.name < b.name; });
-        EXPECT_TRUE(std::equal(unsorted.begin(), unsorted.end(), known.begin(), known.end(),
-                               [](const std::string& name, const Known& k) { return name == k.name; }));
+        std::sort(all.begin(), all.end());
+        EXPECT_EQ(unsorted, all);
         fs::remove_all(dir);
         fs::create_directory(dir);
     }
@@ -163,18 +142,13 @@ TEST_F(Directory, WhatCannotBeRead) {
     make("file");
     fs::create_directories(dir / "empty");
     fs::create_directory_symlink("empty", dir / "link");
-    const struct {
-        std::string path;
-        int sort;
-        int error;
-    } failures[] = {
+    const std::tuple<std::string, int, int> failures[] = {
         {dir, -1, EINVAL},
         {dir, 4, EINVAL},
         {dir / "file", 1, ENOTDIR},
         {std::string(5000, 'x'), 0, ENAMETOOLONG},
     };
     for (const auto& [path, sort, error] : failures) {
-        errno = 0;
         EXPECT_EQ(gn_readdir(path.c_str(), sort, false, false), nullptr) << path;
         EXPECT_EQ(errno, error) << path;
     }
@@ -196,63 +170,51 @@ TEST_F(Directory, WhatCannotBeRead) {
     ASSERT_EQ(seteuid(getuid()), 0);
     chmod(dir.c_str(), 0700);
     ASSERT_NE(seen, nullptr);
-    EXPECT_TRUE(names_of(seen).empty());
+    EXPECT_EQ(names_of(seen), Names{});
 }
 
 TEST_F(Directory, DeepPathsAreOpened) {
     const std::string component(200, 'd');
-    const UniqueFd start(open(".", O_RDONLY | O_CLOEXEC));
-    std::string path = dir;
     ASSERT_EQ(chdir(dir.c_str()), 0);
+    std::string relative = ".";
     for (int i = 0; i < 60; i++) {
         ASSERT_EQ(mkdir(component.c_str(), 0700), 0);
         ASSERT_EQ(chdir(component.c_str()), 0);
-        path += '/' + component;
+        relative += '/' + component;
     }
     std::ofstream("bottom");
     ASSERT_EQ(chdir(dir.c_str()), 0);
-    const std::string relative = path.substr(dir.native().size() + 1);
-
-    const std::vector<std::string> bottom{"bottom"};
-    const std::string slashes(9000, '/');
+    const std::string path = dir.string() + '/' + relative, slashes(9000, '/');
     for (const std::string& deep : {path, relative, path + slashes, relative + slashes + '.'})
-        EXPECT_EQ(names_of(gn_readdir(deep.c_str(), 1, false, false)), bottom);
+        EXPECT_EQ(names_of(gn_readdir(deep.c_str(), 1, false, false)), Names{"bottom"});
     // Around the length from which on a path is too long for one call.
     for (size_t length = 4090; length < 4100; length++) {
         const std::string padded = '.' + std::string(length - 1 - component.size(), '/') + component;
         EXPECT_TRUE(open_directory(padded.c_str()).valid()) << length;
     }
-    const struct {
-        std::string path;
-        int error;
-    } failures[] = {{path + "/missing", ENOENT},
-                    {path + "/bottom", ENOTDIR},
-                    {path + '/' + std::string(5000, 'x'), ENAMETOOLONG}};
-    for (const auto& failure : failures) {
-        EXPECT_FALSE(open_directory(failure.path.c_str()).valid());
-        EXPECT_EQ(errno, failure.error);
+    const std::pair<std::string, int> failures[] = {
+        {"missing", ENOENT}, {"bottom", ENOTDIR}, {std::string(5000, 'x'), ENAMETOOLONG}};
+    for (const auto& [name, error] : failures) {
+        EXPECT_FALSE(open_directory((path + '/' + name).c_str()).valid());
+        EXPECT_EQ(errno, error);
     }
-    ASSERT_EQ(fchdir(start.get()), 0);
+    ASSERT_EQ(chdir("/"), 0);
 }
 
 TEST_F(Directory, StatusWithoutStatx) {
     make("file", 7, {1600000000, 5});
     fs::create_symlink("missing", dir / "link");
     for (unsigned error : {unsigned{ENOSYS}, unsigned{EPERM}}) {
-        const pid_t child = fork();
-        if (child == 0) {
-            if (!refuse_statx(error)) _exit(80);
+        const int status = in_child([&] {
+            if (!refuse_statx(error)) return 80;
             const auto records = Deque<gn_dirent>::adopt(gn_readdir(dir.c_str(), 1, false, false));
-            _exit(records.size() == 2 && records[0].size == 7 && records[0].mtime.tv_nsec == 5 &&
-                          records[0].btime.tv_sec == 0 && S_ISLNK(records[1].mode)
-                      ? 0
-                      : 1);
-        }
-        int status = 0;
-        ASSERT_EQ(waitpid(child, &status, 0), child);
-        ASSERT_TRUE(WIFEXITED(status));
-        if (WEXITSTATUS(status) == 80) GTEST_SKIP() << "this system has no system call filters";
-        EXPECT_EQ(WEXITSTATUS(status), 0);
+            return records.size() == 2 && records[0].size == 7 && records[0].mtime.tv_nsec == 5 &&
+                           records[0].btime.tv_sec == 0 && S_ISLNK(records[1].mode)
+                       ? 0
+                       : 1;
+        });
+        if (status == 80) GTEST_SKIP() << "this system has no system call filters";
+        EXPECT_EQ(status, 0);
     }
 }
 

@@ -7,20 +7,18 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
-#include <filesystem>
 #include <set>
-#include <string>
 #include <vector>
 
 #include <fcntl.h>
 #include <sched.h>
 #include <sys/mount.h>
 #include <sys/stat.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
 #include "lib/containers/deque.h"
 #include "platform/mounts.h"
+#include "tests/unit/helpers.h"
 #include "tests/unit/system_calls.h"
 
 namespace {
@@ -33,32 +31,25 @@ void mount_tmpfs(const std::string& path, const char* source = "none") {
 class Mounts : public testing::Test {
   protected:
     void SetUp() override {
-        ASSERT_NE(mkdtemp(dir_), nullptr);
         if (run([] {}) != 0) GTEST_SKIP() << "nothing can be mounted here";
     }
-    void TearDown() override { rmdir(dir_); }
 
+    template <class Body>
+    int run(Body body) {
+        return in_child([&] {
+            if (unshare(CLONE_NEWNS) != 0 || mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) != 0 ||
+                mount("base", dir_.name(), "tmpfs", 0, nullptr) != 0 || chdir(dir_.name()) != 0)
+                return 1;
+            body();
+            return HasFailure() ? 1 : 0;
+        });
+    }
     template <class Body>
     void in_namespace(Body body) {
         EXPECT_EQ(run(body), 0) << "see above, or a crash";
     }
 
-    template <class Body>
-    int run(Body body) {
-        const pid_t child = fork();
-        if (child == 0) {
-            if (unshare(CLONE_NEWNS) != 0 || mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) != 0 ||
-                mount("base", dir_, "tmpfs", 0, nullptr) != 0 || chdir(dir_) != 0)
-                _exit(1);
-            body();
-            _exit(HasFailure() ? 1 : 0);
-        }
-        int status = -1;
-        waitpid(child, &status, 0);
-        return status;
-    }
-
-    std::string path(const std::string& name) const { return std::string(dir_) + "/" + name; }
+    std::string path(const std::string& name) const { return dir_.path() / name; }
 
     // The mount point that holds a path.
     static std::string holder(const std::string& name) {
@@ -67,7 +58,7 @@ class Mounts : public testing::Test {
         return statfsmnt(name.c_str(), &record, found, sizeof found) != nullptr ? found : strerror(errno);
     }
 
-    char dir_[32] = "/tmp/mounts.XXXXXX";
+    TemporaryDirectory dir_;
 };
 
 TEST_F(Mounts, ListIsSortedAndComplete) {

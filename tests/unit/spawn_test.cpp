@@ -104,7 +104,8 @@ TEST_F(Spawn, FindsProgramsInOddPaths) {
     };
     for (const auto& row : rows) {
         char* const found = e_find(row.name, row.path);
-        EXPECT_EQ(found != nullptr ? 0 : errno, row.error) << row.name << " in " << (row.path != nullptr ? row.path : "(null)");
+        EXPECT_EQ(found != nullptr ? 0 : errno, row.error)
+            << row.name << " in " << (row.path != nullptr ? row.path : "(null)");
         EXPECT_EQ(text_of(found), row.found != nullptr ? row.found : "(null)") << row.name;
     }
 

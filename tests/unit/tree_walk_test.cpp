@@ -3,10 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <cerrno>
-#include <filesystem>
 #include <fstream>
-#include <random>
-#include <string>
 #include <vector>
 
 #include <fcntl.h>
@@ -15,6 +12,7 @@
 
 #include "common/paths.h"
 #include "common/tree_walk.h"
+#include "tests/unit/helpers.h"
 
 namespace {
 
@@ -22,15 +20,9 @@ namespace fs = std::filesystem;
 
 class Tree : public testing::Test {
   protected:
-    fs::path dir;
-
-    Tree() {
-        // Disks are slow to remove thousands of directories inside each other.
-        const bool in_memory = access("/dev/shm", W_OK) == 0;
-        std::string name = (in_memory ? fs::path("/dev/shm") : fs::temp_directory_path()) / "garnel.XXXXXX";
-        dir = mkdtemp(name.data());
-    }
-    ~Tree() override { fs::remove_all(dir); }
+    // Disks are slow to remove thousands of directories inside each other.
+    TemporaryDirectory top{access("/dev/shm", W_OK) == 0 ? fs::path("/dev/shm") : fs::temp_directory_path()};
+    fs::path dir = top.path();
 
     void make_file(const std::string& name) { std::ofstream file(dir / name); }
 
@@ -48,9 +40,7 @@ class Tree : public testing::Test {
 };
 
 TEST(PathStack, FollowsJoinpath) {
-    const unsigned seed = std::random_device{}();
-    SCOPED_TRACE(testing::Message() << "seed " << seed);
-    std::mt19937 random(seed);
+    std::mt19937_64 random = seeded_random();
     const char* names[] = {"a", "bc", "\\d", "\\", "e\\", "", "/", "long name", "n\nl"};
     PathStack path;
     std::vector<std::string> model;
@@ -60,9 +50,8 @@ TEST(PathStack, FollowsJoinpath) {
             model.pop_back();
         } else {
             const char* name = names[random() % std::size(names)];
-            CString joined(model.empty() ? strdup(name) : gn_joinpath(model.back().c_str(), name));
             ASSERT_TRUE(path.push(name));
-            model.emplace_back(joined.get());
+            model.emplace_back(model.empty() ? name : CString(gn_joinpath(model.back().c_str(), name)).get());
         }
         ASSERT_EQ(path.text(), model.empty() ? "" : model.back()) << "step " << step;
     }
