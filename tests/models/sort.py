@@ -5,6 +5,7 @@ binary search, the list is a run when the memory budget is used up, and a merge 
 for every line. What the command prints, and how it ends, must be the same."""
 
 import os
+import pathlib
 import random
 import re
 import subprocess
@@ -18,14 +19,6 @@ COST = 9  # of a line, beside its bytes
 BLANKS = b" \t\n\v\f\r"
 
 
-def less(a, b, blanks, fold):
-    if blanks:
-        a, b = a.lstrip(BLANKS), b.lstrip(BLANKS)
-    if fold:
-        a, b = a.upper(), b.upper()  # of bytes: ASCII letters alone
-    return a < b
-
-
 def pieces(data):
     """Lines as they are read: at most LINE_BUFFER - 1 bytes at once, line ends taken off."""
     at = 0
@@ -36,41 +29,9 @@ def pieces(data):
         at = end
 
 
-class Budget:
-    def __init__(self, limit):
-        self.limit = limit
-        self.used = 0
-
-    def is_used_up(self):
-        return self.used >= self.limit
-
-    def take(self, line):
-        self.used += len(line) + COST
-
-    def give_back(self, line):
-        self.used -= len(line) + COST
-
-
-class Slot:
-    def __init__(self, name, lines):
-        self.name = name
-        self.rest = iter(lines)
-        self.head = None
-        self.failed = False
-
-    def read(self, budget):
-        """True when there is a line; failed when there is one, but no memory for it."""
-        self.head = next(self.rest, None)
-        self.failed = self.head is not None and budget.is_used_up()
-        if self.head is None or self.failed:
-            return False
-        budget.take(self.head)
-        return True
-
-
 class Sort:
-    def __init__(self, limit, blanks=False, fold=False):
-        self.budget = Budget(limit)
+    def __init__(self, limit, blanks, fold):
+        self.budget = limit
         self.blanks = blanks
         self.fold = fold
         self.held = []
@@ -78,74 +39,72 @@ class Sort:
         self.out = bytearray()
         self.messages = []
 
-    def less(self, a, b):
-        return less(a, b, self.blanks, self.fold)
+    def key(self, line):
+        line = line.lstrip(BLANKS) if self.blanks else line
+        return line.upper() if self.fold else line  # of bytes: ASCII letters alone
+
+    def take(self, line):
+        """False when the budget is used up."""
+        if self.budget <= 0:
+            return False
+        self.budget -= len(line) + COST
+        return True
 
     def position(self, line):
-        if not self.held:
-            return 0
-        low, high = 0, len(self.held) - 1
-        while True:
+        low, high, place = 0, len(self.held) - 1, 0
+        while low <= high:
             middle = (low + high + 1) // 2
-            if self.less(self.held[middle], line):
-                low = middle + 1
-                place = low
-            elif not self.less(line, self.held[middle]) or low + high + 1 < 2:
+            if self.key(self.held[middle]) < self.key(line):
+                place = low = middle + 1
+            elif self.key(line) == self.key(self.held[middle]) or low + high + 1 < 2:
                 return middle
             else:
                 high = middle - 1
                 place = middle
-            if high < low:
-                return place
+        return place
 
     def make_run(self):
         self.runs.append((TEMPORARY, self.held))
-        for line in self.held:
-            self.budget.give_back(line)
+        self.budget += sum(len(line) + COST for line in self.held)
         self.held = []
 
     def read(self, name, data):
         """False after a message."""
         for line in pieces(data):
-            if self.budget.is_used_up():
+            if not self.take(line):
                 self.make_run()
-                if self.budget.is_used_up():
+                if not self.take(line):
                     self.messages.append(f"sort: {name}: out of memory")
                     return False
-            self.budget.take(line)
             self.held.insert(self.position(line), line)
         return True
 
     def merge(self, status):
-        if not self.runs:
-            return status
-        slots = []
+        slots = []  # [head, name, what follows]
         for name, lines in self.runs:
-            slot = Slot(name, lines)
-            if not slot.read(self.budget):
+            rest = iter(lines)
+            head = next(rest, None)
+            if head is None or not self.take(head):
                 self.messages.append(f"sort: {name}: failed to read file")
                 return 2
-            slots.append(slot)
+            slots.append([head, name, rest])
         while slots:
-            least = 0
-            for i in range(1, len(slots)):
-                if self.less(slots[i].head, slots[least].head):
-                    least = i
-            slot = slots[least]
-            self.out += slot.head + b"\n"
-            self.budget.give_back(slot.head)
-            if slot.read(self.budget):
+            least = min(range(len(slots)), key=lambda i: self.key(slots[i][0]))
+            head, name, rest = slots[least]
+            self.out += head + b"\n"
+            self.budget += len(head) + COST
+            head = slots[least][0] = next(rest, None)
+            if head is not None and self.take(head):
                 continue
-            if slot.failed:
-                self.messages.append(f"sort: {slot.name}: out of memory while reading line")
+            if head is not None:
+                self.messages.append(f"sort: {name}: out of memory while reading line")
                 status = 2
-            last = slots.pop()
-            if last is not slot:
-                slots[least] = last
+            slots[least] = slots[-1]
+            slots.pop()
         return status
 
 
-def expected(inputs, limit, blanks=False, fold=False, merge=False):
+def expected(inputs, limit, blanks, fold, merge):
     """inputs: (name, bytes) of each operand, or one input named "-" for standard input.
     Returns standard output, the messages and the status."""
     sort = Sort(limit, blanks, fold)
@@ -153,12 +112,10 @@ def expected(inputs, limit, blanks=False, fold=False, merge=False):
     for name, data in inputs:
         if not merge:
             status = status if sort.read(name, data) else 1
-        elif name != "-":
-            sort.runs.append((name, list(pieces(data))))
-        elif limit == 0 and data:
+        elif name == "-" and limit == 0 and data:
             return b"", ["sort: -: out of memory", "sort: failed to redirect stdin"], 1
         else:
-            sort.runs.append((TEMPORARY, list(pieces(data))))
+            sort.runs.append((TEMPORARY if name == "-" else name, list(pieces(data))))
     if sort.held:
         sort.make_run()
     status = sort.merge(status)
@@ -193,18 +150,14 @@ def compare(draw, directory, is_large):
     if is_large:  # more lines, with equal ones, than are sorted at once
         fold, merge, limit = True, False, 1 << 26
 
-    def order(line):
-        line = line.lstrip(BLANKS) if blanks else line
-        return line.upper() if fold else line
-
+    order = Sort(limit, blanks, fold).key
     count = 1 if is_large else draw.choice((1, 1, 2, 3, 5, 17))
     from_stdin = count == 1 and draw.random() < 0.5
     sizes = (40000,) if is_large else (0, 1, 2, 3, 10, 50, 200)
     names = ["-"] if from_stdin else [f"f{i}" for i in range(count)]
     inputs = [(name, random_input(draw, order, draw.choice(sizes))) for name in names]
     for name, data in inputs:
-        with open(os.path.join(directory, name), "wb") as file:
-            file.write(data)
+        pathlib.Path(directory, name).write_bytes(data)
 
     words = ["garnel", "sort", "-S", str(limit)]
     options = {"-b": blanks, "-f": fold, "-m": merge, "-r": draw.random() < 0.1}
@@ -215,10 +168,8 @@ def compare(draw, directory, is_large):
     with open(os.path.join(directory, inputs[0][0]), "rb") as stdin:
         result = subprocess.run(words, cwd=directory, stdin=stdin, capture_output=True,
                                 env={**os.environ, "TEMP": os.path.join(directory, "temp")})
-    out = result.stdout
-    if to_file and os.path.exists(os.path.join(directory, "out")):
-        with open(os.path.join(directory, "out"), "rb") as file:
-            out = file.read()
+    out = pathlib.Path(directory, "out")
+    out = out.read_bytes() if out.exists() else result.stdout
     messages = re.sub(r"\S*/temp/sort\.\d+\.[A-Za-z0-9]{12}(?=:)", TEMPORARY, result.stderr.decode())
 
     wanted = expected(inputs, limit, blanks, fold, merge)
