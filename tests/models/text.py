@@ -8,6 +8,7 @@ import subprocess
 import sys
 import threading
 import time
+from pathlib import Path
 
 PIECE = 2046
 
@@ -22,36 +23,29 @@ def pieces(text: bytes) -> list[bytes]:
     return result
 
 
-def cut(piece: bytes, keep) -> bytes:
-    newline = piece.endswith(b"\n")
-    line = piece[:-1] if newline else piece
-    return keep(line) + (b"\n" if newline else b"")
+def lines_of(wanted: list[bytes], keep) -> bytes:
+    """The pieces, of whose lines `keep` says what is shown."""
+    return b"".join(keep(p[:-1]) + b"\n" if p.endswith(b"\n") else keep(p) for p in wanted)
 
 
 def head(text: bytes, lines: int, count: int) -> bytes:
     def keep(line: bytes) -> bytes:
-        if count > 0 and count < len(line):
-            return line[:count]
-        if count < 0 and -count < len(line):
-            return line[: len(line) + count - 1]
-        return line
+        if abs(count) >= len(line) or count == 0:
+            return line
+        return line[:count] if count > 0 else line[: len(line) + count - 1]
 
     every = pieces(text)
-    wanted = every[:lines] if lines >= 0 else every[: max(0, len(every) + lines)]
-    return b"".join(cut(piece, keep) for piece in wanted)
+    return lines_of(every[: lines if lines >= 0 else max(0, len(every) + lines)], keep)
 
 
 def tail(text: bytes, lines: int, count: int) -> bytes:
     def keep(line: bytes) -> bytes:
-        if count > 0 and count < len(line):
-            return line[len(line) - count - 1 :]
-        if count < 0 and -count < len(line):
-            return line[-count:]
-        return line
+        if abs(count) >= len(line) or count == 0:
+            return line
+        return line[len(line) - count - 1 :] if count > 0 else line[-count:]
 
     every = pieces(text)
-    wanted = every[max(0, len(every) - lines) :] if lines >= 0 else every[-lines:]
-    return b"".join(cut(piece, keep) for piece in wanted)
+    return lines_of(every[max(0, len(every) - lines) if lines >= 0 else -lines :], keep)
 
 
 def wc(text: bytes) -> tuple[int, int, int, int]:
@@ -76,15 +70,11 @@ def cmp(text1: bytes, text2: bytes, skip1: int, skip2: int, options: str) -> tup
     streams = [iter(text1), iter(text2)]
     now = [next(stream, -1) for stream in streams]
     out, status, byte, line = b"", 0, 1, 1
+    for side, skip in enumerate((skip1, skip2)):
+        while skip > 0 and -1 not in now:
+            now[side] = next(streams[side], -1)
+            skip -= 1
     while -1 not in now:
-        if skip1 > 0:
-            now[0] = next(streams[0], -1)
-            skip1 -= 1
-            continue
-        if skip2 > 0:
-            now[1] = next(streams[1], -1)
-            skip2 -= 1
-            continue
         if now[0] != now[1]:
             if "s" in options:
                 return b"", 1
@@ -104,8 +94,6 @@ def cmp(text1: bytes, text2: bytes, skip1: int, skip2: int, options: str) -> tup
 
 
 # Random cases: each returns the arguments, the bytes for standard input or None, the output and the status.
-
-
 def draw_text(draw: random.Random) -> bytes:
     longest = draw.choice((3, 80, 300, 2200, 9000))
     limit, odds = draw.choice((0, 100, 5000, 100000)), draw.choice((0, 0.001, 0.1))
@@ -119,11 +107,6 @@ def draw_text(draw: random.Random) -> bytes:
     return b"".join(text)
 
 
-def write(name: str, text: bytes) -> None:
-    with open(name, "wb") as file:
-        file.write(text)
-
-
 def draw_lines(draw: random.Random, model):
     text = draw_text(draw)
     lines = draw.choice((0, 1, -1, 5, -5, 1500, -1500)) + draw.randrange(3)
@@ -132,7 +115,7 @@ def draw_lines(draw: random.Random, model):
     output = model(text, lines, count)
     if draw.random() < 0.5:
         return arguments, text, output, 0
-    write("a", text)
+    Path("a").write_bytes(text)
     return [*arguments, "a"], None, output, 0
 
 
@@ -146,7 +129,7 @@ def draw_wc(draw: random.Random):
 
 def draw_hd(draw: random.Random):
     text = draw_text(draw)[:50000]
-    write("a", text)
+    Path("a").write_bytes(text)
     skip, length = draw.randrange(20000), draw.choice((0, 1, 100, 8192, 100000))
     skip = min(skip, len(text))
     return ["-s", str(skip), "-n", hex(length), "a"], None, hd(text, skip, length), 0
@@ -161,8 +144,8 @@ def draw_cmp(draw: random.Random):
             text1[draw.randrange(len(text1))] ^= 1 << draw.randrange(8)
     if draw.random() < 0.5:
         text2 = text2[: draw.randrange(len(text2) + 1)]
-    write("a", text1)
-    write("b", text2)
+    Path("a").write_bytes(text1)
+    Path("b").write_bytes(text2)
     option = draw.choice(("", "b", "l", "s", "bl", "bs"))
     arguments = [*(["-" + option] if option else []), "a", "b", str(skip1), hex(skip2)]
     return arguments, None, *cmp(bytes(text1), bytes(text2), skip1, skip2, option)
@@ -193,7 +176,7 @@ def feed(pipe: int, text: bytes, draw: random.Random) -> None:
 def run(command: str, arguments: list[str], text: bytes | None, draw: random.Random) -> tuple[bytes, int]:
     words = ["garnel", command, *arguments]
     if text is None or draw.random() < 0.5:
-        write("in", text or b"")
+        Path("in").write_bytes(text or b"")
         with open("in", "rb") as file:
             done = subprocess.run(words, stdin=file, capture_output=True)
     else:
@@ -214,8 +197,8 @@ def main() -> int:
         arguments, text, *expected = CASES[command](draw)
         result = run(command, arguments, text, draw)
         if list(result) != expected:
-            write("got", result[0])  # to be looked at
-            write("expected", expected[0])
+            Path("got").write_bytes(result[0])  # to be looked at
+            Path("expected").write_bytes(expected[0])
             print(f"seed {seed}, round {number}: {command} {arguments}: status {result[1]}")
             return 1
     print(f"{command}, seed {seed}: {rounds} rounds agree")
