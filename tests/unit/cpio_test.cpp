@@ -174,48 +174,39 @@ TEST_P(CpioFormat, TakesOddNamesAndEnds) {
 
 TEST_P(CpioFormat, RefusesWhatRunsOverTheEnd) {
     const MakeEntry make = GetParam();
-    auto accepted = [&](const Header& header, const std::string& name, const std::string& data) {
-        const auto result = walk(entry(make, "good", "12") + make(header, name, data));
+    auto accepted = [&](const Header& header, const std::string& name = "abc\0"s) {
+        const auto result = walk(entry(make, "good", "12") + make(header, name, "1234"));
         EXPECT_EQ(result.violation, nullptr);
         return result.accepted;
     };
-    const uint32_t most = make == odc ? 0777777 : make == newc ? 0xFFFFFFFF : 0xFFFF;
-    EXPECT_TRUE(accepted({.file_size = 4, .name_size = 4}, "abc\0"s, "1234"));
-    EXPECT_TRUE(accepted({.file_size = 4, .name_size = 4}, "a\0bc"s, "1234"));
-    EXPECT_FALSE(accepted({.file_size = 4, .name_size = 3}, "abc\0"s, "1234"));
-    EXPECT_FALSE(accepted({.file_size = 4, .name_size = 0}, "\0\0\0\0"s, "1234"));
-    EXPECT_FALSE(accepted({.file_size = 5, .name_size = 4}, "abc\0"s, "1234"));
-    EXPECT_FALSE(accepted({.file_size = 4, .name_size = most}, "abc\0"s, "1234"));
-    EXPECT_FALSE(accepted({.file_size = 0xFFFFFFFF, .name_size = 4}, "abc\0"s, "1234"));
-    EXPECT_FALSE(accepted({.file_size = 0, .name_size = 64}, "abc\0"s, ""));
-    EXPECT_FALSE(accepted({.file_size = 0, .name_size = 11}, "TRAILER!!!", ""));
+    const uint32_t most = make == MakeEntry(odc) ? 0777777 : make == MakeEntry(newc) ? 0xFFFFFFFF : 0xFFFF;
+    EXPECT_TRUE(accepted({.file_size = 4, .name_size = 4}));
+    EXPECT_TRUE(accepted({.file_size = 4, .name_size = 4}, "a\0bc"s));
+    EXPECT_FALSE(accepted({.file_size = 0, .name_size = 11}, "TRAILER!!!"));
+    for (const auto& [file_size, name_size] : {std::pair{4U, 3U}, {4U, 0U}, {5U, 4U}, {4U, most}, {~0U, 4U}})
+        EXPECT_FALSE(accepted({.file_size = file_size, .name_size = name_size}))
+            << file_size << ' ' << name_size;
 }
 
 TEST(Cpio, NumbersAreNotChecked) {
-    struct {
-        MakeEntry make;
-        size_t offset;  // of the field's last digits
-        const char* digits;
-        uint32_t value;
-    } const rows[] = {
-        {newc, 50, "aBcD", 0xABCD},
-        {newc, 50, "001G", 0x10 + 'G' - '0'},
-        {newc, 50, "00:0", 0xA0},
-        {newc, 50, "0 00", uint32_t{0} - 0x1000},
-        {newc, 50, "000\xFF", 0xFF - '0'},
-        {odc, 55, "0019", 8 + 9},
-        {odc, 55, "0a00", ('a' - '0') * 64},
-        {odc, 55, "000 ", uint32_t{0} - 16},
+    const std::tuple<MakeEntry, const char*, uint32_t> rows[] = {
+        {newc, "aBcD", 0xABCD},
+        {newc, "001G", 0x10 + 'G' - '0'},
+        {newc, "00:0", 0xA0},
+        {newc, "0 00", uint32_t{0} - 0x1000},
+        {newc, "000\xFF", 0xFF - '0'},
+        {odc, "0019", 8 + 9},
+        {odc, "0a00", ('a' - '0') * 64},
+        {odc, "000 ", uint32_t{0} - 16},
     };
-    for (const auto& row : rows) {
-        std::string image = entry(row.make, "x", "", {.mtime = 0});
-        image.replace(row.offset, 4, row.digits);
-        image += std::string(cpio_image_slack, '\0');
+    for (const auto& [make, digits, value] : rows) {
+        std::string image = entry(make, "x", "", {.mtime = 0}) + std::string(cpio_image_slack, '\0');
+        image.replace(make == MakeEntry(newc) ? 50 : 55, 4, digits);  // the time's last ones
         cpioread_ctx reader;
         cpio_entity e;
         ASSERT_NE(cpioread_init(&reader, image.data()), nullptr);
         ASSERT_NE(cpioread_first(&reader, &e), nullptr);
-        EXPECT_EQ(e.mtime, row.value) << row.digits;
+        EXPECT_EQ(e.mtime, value) << digits;
     }
 }
 

@@ -4,11 +4,9 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <cerrno>
 #include <cstring>
 #include <set>
-#include <vector>
 
 #include <fcntl.h>
 #include <sched.h>
@@ -16,7 +14,6 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include "lib/containers/deque.h"
 #include "platform/mounts.h"
 #include "tests/unit/helpers.h"
 #include "tests/unit/system_calls.h"
@@ -61,64 +58,36 @@ class Mounts : public testing::Test {
     TemporaryDirectory dir_;
 };
 
-TEST_F(Mounts, ListIsSortedAndComplete) {
-    in_namespace([&] {
-        std::vector<std::string> made;
-        for (const char* name : {"c", "a", "a/x", "a-x", "b", "\xff", "a\\b", " ", "B", "a/x/y", "a/x/y"}) {
-            std::filesystem::create_directory(name);
-            mount_tmpfs(name);
-            made.push_back(path(name));
-        }
-        std::sort(made.begin(), made.end());
-
-        deque* list = gn_mntlist();
-        ASSERT_NE(list, nullptr);
-        std::vector<std::string> listed;
-        for (size_t i = 0; i < list->count; i++) listed.emplace_back(*static_cast<char**>(deque_at(list, i)));
-        EXPECT_EQ(gn_free_mntlist(list), 0);
-        EXPECT_TRUE(std::is_sorted(listed.begin(), listed.end()));
-        std::erase_if(listed, [&](const std::string& entry) { return !entry.starts_with(path("")); });
-        EXPECT_EQ(listed, made);
-    });
-    EXPECT_EQ(gn_free_mntlist(nullptr), -1);
+std::set<std::string> mounts_of(uint32_t handle) {
+    std::set<std::string> seen;
+    char buffer[4096];
+    while (e_readmnt(handle, buffer, sizeof buffer) != nullptr) seen.insert(buffer);
+    EXPECT_EQ(errno, 0);
+    EXPECT_EQ(e_readmnt(handle, buffer, sizeof buffer), nullptr);
+    return seen;
 }
 
 TEST_F(Mounts, IterationsStandAlone) {
     in_namespace([&] {
         const uint32_t first = e_openmnt();
-        const std::string late(200, 'l');
-        mkdir(late.c_str(), 0755);
-        mount_tmpfs(late);
+        mkdir("late", 0755);
+        mount_tmpfs("late");
         const uint32_t second = e_openmnt();
-        ASSERT_NE(first, 0U);
-        ASSERT_NE(second, 0U);
-        ASSERT_NE(first, second);
+        ASSERT_TRUE(first != 0 && second != 0 && first != second);
 
         // Each shows the moment at which it was opened. What does not fit is not lost.
-        std::set<std::string> seen[2];
-        const uint32_t handles[] = {first, second};
-        for (const int i : {1, 0}) {
-            char buffer[4096];
-            for (;;) {
-                if (e_readmnt(handles[i], buffer, 100) == nullptr) {
-                    if (errno != ERANGE) break;
-                    ASSERT_EQ(e_readmnt(handles[i], buffer, sizeof buffer), buffer);
-                }
-                seen[i].insert(buffer);
-            }
-            EXPECT_EQ(errno, 0);
-            EXPECT_EQ(e_readmnt(handles[i], buffer, sizeof buffer), nullptr);
-        }
-        EXPECT_FALSE(seen[0].contains(path(late)));
-        EXPECT_EQ(seen[1].erase(path(late)), 1U);
-        EXPECT_EQ(seen[0], seen[1]);
+        char byte;
+        EXPECT_EQ(e_readmnt(first, &byte, 1), nullptr);
+        EXPECT_EQ(errno, ERANGE);
+        std::set<std::string> after = mounts_of(second), before = mounts_of(first);
+        EXPECT_EQ(after.erase(path("late")), 1U);
+        EXPECT_EQ(before, after);
 
         // An iteration from before the mount does not keep it from being found.
         e_closemnt(second);
-        EXPECT_EQ(holder(late), path(late));
+        EXPECT_EQ(holder("late"), path("late"));
         e_closemnt(first);
         e_closemnt(first);
-        char byte;
         EXPECT_EQ(e_readmnt(first, &byte, 1), nullptr);
         EXPECT_EQ(errno, EBADF);
     });
@@ -127,21 +96,15 @@ TEST_F(Mounts, IterationsStandAlone) {
 TEST_F(Mounts, HolderIsFoundWithAndWithoutStatx) {
     for (const bool statx : {true, false}) {
         in_namespace([&] {
-            if (!statx) {
-                ASSERT_TRUE(refuse_statx(ENOSYS));
-            }
+            ASSERT_TRUE(statx || refuse_statx(ENOSYS));
             for (const char* name : {"low", "bound", "base"}) mkdir(name, 0755);
             mount_tmpfs("low", "low");
             mkdir("low/in", 0755);
             ASSERT_EQ(mount("low/in", "bound", nullptr, MS_BIND, nullptr), 0);
             const int covered = open("low/in", O_RDONLY | O_DIRECTORY);
             mount_tmpfs(path("low"), "high");
-            symlink("low/../bound", "link");
-
-            EXPECT_EQ(holder("."), path("").substr(0, path("").size() - 1));
-            EXPECT_EQ(holder("base"), holder("."));
+            EXPECT_EQ(holder("base"), dir_.path());
             EXPECT_EQ(holder("low"), path("low"));
-            EXPECT_EQ(holder("link"), path("bound"));
             EXPECT_EQ(holder("low/in"), strerror(ENOENT));
 
             // The id tells file systems apart, not mounts.
@@ -149,15 +112,14 @@ TEST_F(Mounts, HolderIsFoundWithAndWithoutStatx) {
             char name[4096];
             ASSERT_NE(statfsmnt("low", &high, name, sizeof name), nullptr);
             ASSERT_NE(statfsmnt("bound", &bound, name, sizeof name), nullptr);
+            EXPECT_EQ(name, path("bound"));
             ASSERT_EQ(fchdir(covered), 0);
             ASSERT_NE(statfsmnt(".", &low, name, sizeof name), nullptr);
             EXPECT_EQ(name, path("low"));
             EXPECT_STREQ(low.device_name, "low");
             EXPECT_STREQ(high.device_name, "high");
             ASSERT_NE(platform::holding_mount(".", &below, name, sizeof name), nullptr);
-            EXPECT_EQ(low.id, bound.id);
-            EXPECT_EQ(low.id, below.id);
-            EXPECT_NE(low.id, high.id);
+            EXPECT_TRUE(low.id == bound.id && low.id == below.id && low.id != high.id);
             EXPECT_EQ(below.blocks, 0U);
         });
     }
