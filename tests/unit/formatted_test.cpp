@@ -7,34 +7,24 @@
 
 namespace {
 
-// What both print into a file, with what they return.
+// What is printed into a file, with what the call returns.
+std::string written(int (*print)(FILE*, const char*, va_list), const char* format, ...) {
+    char* text = nullptr;
+    size_t size = 0;
+    FILE* stream = open_memstream(&text, &size);
+    va_list arguments;
+    va_start(arguments, format);
+    const int count = print(stream, format, arguments);
+    va_end(arguments);
+    fclose(stream);
+    const std::string result = std::string(text, size) + " " + std::to_string(count);
+    free(text);
+    return result;
+}
+
 template <typename... Values>
 void same(const char* format, Values... values) {
-    const auto written = [=](auto print) {
-        char* text = nullptr;
-        size_t size = 0;
-        FILE* stream = open_memstream(&text, &size);
-        const int count = print(stream, format, values...);
-        fclose(stream);
-        const std::string result = std::string(text, size) + " " + std::to_string(count);
-        free(text);
-        return result;
-    };
-    const auto ours = [](FILE* stream, const char* how, ...) {
-        va_list arguments;
-        va_start(arguments, how);
-        const int count = print_formatted(stream, how, arguments);
-        va_end(arguments);
-        return count;
-    };
-    const auto theirs = [](FILE* stream, const char* how, ...) {
-        va_list arguments;
-        va_start(arguments, how);
-        const int count = vfprintf(stream, how, arguments);
-        va_end(arguments);
-        return count;
-    };
-    EXPECT_EQ(written(ours), written(theirs)) << format;
+    EXPECT_EQ(written(print_formatted, format, values...), written(vfprintf, format, values...)) << format;
 }
 
 TEST(formatted, prints_as_the_c_library_does) {
