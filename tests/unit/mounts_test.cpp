@@ -4,9 +4,11 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstring>
 #include <set>
+#include <vector>
 
 #include <fcntl.h>
 #include <sched.h>
@@ -14,6 +16,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include "lib/containers/deque.h"
 #include "platform/mounts.h"
 #include "tests/unit/helpers.h"
 #include "tests/unit/system_calls.h"
@@ -57,6 +60,21 @@ class Mounts : public testing::Test {
 
     TemporaryDirectory dir_;
 };
+
+TEST_F(Mounts, ListIsSorted) {
+    in_namespace([&] {
+        for (const char* name : {"c", "a", "a/x", "a-x", "\xff"}) {
+            mkdir(name, 0755);
+            mount_tmpfs(name);
+        }
+        deque* list = gn_mntlist();
+        ASSERT_NE(list, nullptr);
+        std::vector<std::string> listed;
+        for (size_t i = 0; i < list->count; i++) listed.emplace_back(*static_cast<char**>(deque_at(list, i)));
+        EXPECT_TRUE(std::is_sorted(listed.begin(), listed.end()));
+        EXPECT_EQ(gn_free_mntlist(list), 0);
+    });
+}
 
 std::set<std::string> mounts_of(uint32_t handle) {
     std::set<std::string> seen;
