@@ -40,16 +40,12 @@ struct Memory {
         free(memory);
     }
 
-    // Expects failure if it is not possible or memory was refused; true if the model is to change, too.
-    bool done(bool possible, bool success) const {
+    // Expects failure if it is not possible or memory was refused; otherwise the model changes too.
+    template <class Change>
+    void tried(bool possible, int result, int failure, Change change_model) const {
         possible &= !refused;
-        require(success == possible, "a result");
-        return possible;
-    }
-    bool done(bool possible, int result, int failure) const {
-        possible &= !refused;
-        require(result == (possible ? 0 : failure), "a code");
-        return possible;
+        require(result == (possible ? 0 : failure), "a result");
+        if (possible) change_model();
     }
 };
 
@@ -85,46 +81,37 @@ inline void drive_vector(std::span<const uint8_t> bytes) {
         const bool present = i < model.size();
         const auto place = model.begin() + static_cast<long>(present ? i : 0);
         const std::vector<int> copy = model, more(1 + op.value % 20, x);
+        const auto append = [&](const auto& list) { model.insert(model.end(), list.begin(), list.end()); };
         switch (op.code) {
-        case 0:
-            if (memory.done(true, vector_pushback(v, &x), -3)) model.push_back(x);
-            break;
+        case 0: memory.tried(true, vector_pushback(v, &x), -3, [&] { model.push_back(x); }); break;
         case 1:  // an element of the vector itself, whose block may move
-            if (memory.done(present, vector_pushback(v, vector_at(v, i)), present ? -3 : -1))
-                model.push_back(copy[i]);
+            memory.tried(present, vector_pushback(v, vector_at(v, i)), present ? -3 : -1,
+                         [&] { model.push_back(copy[i]); });
             break;
         case 2:
-            if (memory.done(true, vector_pushmulti(v, more.data(), more.size()), -2))
-                model.insert(model.end(), more.begin(), more.end());
+            memory.tried(true, vector_pushmulti(v, more.data(), more.size()), -2, [&] { append(more); });
             break;
         case 3:
-            if (copy.size() > 200) {
-                vector_clear(v);
-                model.clear();
-            } else if (memory.done(true, vector_concat(v, v), -3)) {
-                model.insert(model.end(), copy.begin(), copy.end());
+            if (copy.size() < 200) {
+                memory.tried(true, vector_concat(v, v), -3, [&] { append(copy); });
+            } else {
+                memory.tried(true, vector_clear(v), 0, [&] { model.clear(); });
             }
             break;
         case 4:
-            if (memory.done(true, vector_resize(v, i), -2)) model.resize(i, x);
+            memory.tried(true, vector_resize(v, i), -2, [&] { model.resize(i, x); });
             for (size_t k = copy.size(); k < v->count; k++) vector_set(v, k, &x);
             break;
-        case 5:
-            if (memory.done(present, vector_set(v, i, &x), -2)) *place = x;
-            break;
-        case 6:
-            if (memory.done(present, vector_remove(v, i), -2)) model.erase(place);
-            break;
+        case 5: memory.tried(present, vector_set(v, i, &x), -2, [&] { *place = x; }); break;
+        case 6: memory.tried(present, vector_remove(v, i), -2, [&] { model.erase(place); }); break;
         default:
             if (op.value % 3 == 0) {
-                vector_popback(v);
-                if (!model.empty()) model.pop_back();
+                memory.tried(!copy.empty(), vector_popback(v), 0, [&] { model.pop_back(); });
             } else if (op.value % 3 == 1) {
-                vector_reverse(v);
-                std::reverse(model.begin(), model.end());
+                memory.tried(true, vector_reverse(v), 0, [&] { std::reverse(model.begin(), model.end()); });
             } else {
-                vector_sort(v, compare);
-                std::sort(model.begin(), model.end());
+                memory.tried(true, vector_sort(v, compare), 0,
+                             [&] { std::sort(model.begin(), model.end()); });
             }
         }
         const auto found = std::find(model.begin(), model.end(), x);
@@ -175,34 +162,21 @@ void drive_deque(std::span<const uint8_t> bytes) {
         deque_advance(&it, i / 2);
         require(deque_advance(&it, i - i / 2) == (i < model.size()) && it.element == deque_at(d, i),
                 "deque_advance");
+        const auto insert = [&] { model.insert(place, op.value); };
+        const void* const e = element.data();
         switch (op.code) {
-        case 0:
-            if (memory.done(true, deque_push_back(d, element.data()) != nullptr)) model.push_back(op.value);
-            break;
-        case 1:
-            if (memory.done(true, deque_push_front(d, element.data()) != nullptr)) model.push_front(op.value);
-            break;
-        case 2:
-            if (memory.done(true, deque_insert(d, i, element.data()) != nullptr))
-                model.insert(place, op.value);
-            break;
+        case 0: memory.tried(true, !deque_push_back(d, e), 1, [&] { model.push_back(op.value); }); break;
+        case 1: memory.tried(true, !deque_push_front(d, e), 1, [&] { model.push_front(op.value); }); break;
+        case 2: memory.tried(true, !deque_insert(d, i, e), 1, insert); break;
         case 3:
-            if (memory.done(true, deque_insertit(d, &it, element.data()) != nullptr))
-                model.insert(place, op.value);
+            memory.tried(true, !deque_insertit(d, &it, e), 1, insert);
             require(it.element == deque_at(d, i), "the iterator at an insertion");
             break;
-        case 4:
-        case 5:
-            if (memory.done(i < model.size(), deque_removeit(d, &it), -1)) model.erase(place);
-            require(it.element == deque_at(d, i), "the iterator at a removal");
-            break;
-        case 6:
-            deque_pop_back(d);
-            if (!model.empty()) model.pop_back();
-            break;
+        case 6: memory.tried(!model.empty(), deque_pop_back(d), 0, [&] { model.pop_back(); }); break;
+        case 7: memory.tried(!model.empty(), deque_pop_front(d), 0, [&] { model.pop_front(); }); break;
         default:
-            deque_pop_front(d);
-            if (!model.empty()) model.pop_front();
+            memory.tried(i < model.size(), deque_removeit(d, &it), -1, [&] { model.erase(place); });
+            require(it.element == deque_at(d, i), "the iterator at a removal");
         }
         if (is_examined(model.size(), op.value)) check_deque(d, model, memory.live);
     });
