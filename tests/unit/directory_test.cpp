@@ -140,37 +140,26 @@ TEST_F(Directory, RecordsHoldWhatFits) {
 
 TEST_F(Directory, WhatCannotBeRead) {
     make("file");
-    fs::create_directories(dir / "empty");
-    fs::create_directory_symlink("empty", dir / "link");
     const std::tuple<std::string, int, int> failures[] = {
-        {dir, -1, EINVAL},
-        {dir, 4, EINVAL},
-        {dir / "file", 1, ENOTDIR},
-        {std::string(5000, 'x'), 0, ENAMETOOLONG},
-    };
+        {dir, -1, EINVAL}, {dir, 4, EINVAL}, {dir / "file", 1, ENOTDIR}};
     for (const auto& [path, sort, error] : failures) {
         EXPECT_EQ(gn_readdir(path.c_str(), sort, false, false), nullptr) << path;
         EXPECT_EQ(errno, error) << path;
-    }
-    EXPECT_FALSE(open_directory((dir / "link").c_str(), platform::Links::keep).valid());
-    EXPECT_TRUE(open_directory((dir / "link").c_str()).valid());
-
-    // An empty directory, also one that is removed while it is open, is no failure.
-    DirectoryListing listing;
-    UniqueFd empty = open_directory((dir / "empty").c_str());
-    for (bool removed : {false, true}) {
-        if (removed) fs::remove(dir / "empty");
-        EXPECT_TRUE(listing.read(empty.get(), EntryOrder::date, true, false));
-        EXPECT_TRUE(listing.empty());
     }
     // Entries that cannot be examined are left out: who may only read the directory sees none.
     chmod(dir.c_str(), 0444);
     ASSERT_EQ(seteuid(getuid() == 0 ? 65534 : getuid()), 0);
     deque* seen = gn_readdir(dir.c_str(), 1, false, false);
     ASSERT_EQ(seteuid(getuid()), 0);
-    chmod(dir.c_str(), 0700);
     ASSERT_NE(seen, nullptr);
     EXPECT_EQ(names_of(seen), Names{});
+
+    // An empty directory, also one that is removed while it is open, is no failure.
+    DirectoryListing listing;
+    const UniqueFd open = open_directory(dir.c_str());
+    fs::remove_all(dir);
+    EXPECT_TRUE(listing.read(open.get(), EntryOrder::date, true, false));
+    EXPECT_TRUE(listing.empty());
 }
 
 TEST_F(Directory, DeepPathsAreOpened) {
