@@ -58,7 +58,6 @@ TEST(Common, Paths) {
 
 TEST(Common, Texts) {
     wchar_t* wide = gn_towcs("abc");
-    ASSERT_NE(wide, nullptr);
     EXPECT_EQ(std::wstring(wide), L"abc");
     free(wide);
 
@@ -77,29 +76,27 @@ TEST(Common, Texts) {
 }
 
 TEST(Common, WholeReadsAndWrites) {
+    std::string sent(300000, '\0'), got(sent.size() + 10, '\0');  // more than a pipe holds
+    for (size_t i = 0; i < sent.size(); i++) sent[i] = static_cast<char>(i * 7 / 5);
+    bool eof = true;
     for (int flags : {0, O_NONBLOCK}) {
         int ends[2];
         ASSERT_EQ(pipe2(ends, flags), 0);
-        UniqueFd from(ends[0]), to(ends[1]);
-        std::vector<char> sent(300000), got(sent.size() + 10);  // more than a pipe holds
-        for (size_t i = 0; i < sent.size(); i++) sent[i] = static_cast<char>(i * 7 / 5);
+        const UniqueFd from(ends[0]);
         std::thread writer([&] {
+            const UniqueFd to(ends[1]);
             EXPECT_EQ(gn_full_write(to.get(), sent.data(), 3), 3U);
             usleep(20000);
             EXPECT_EQ(gn_full_write(to.get(), sent.data() + 3, sent.size() - 3), sent.size() - 3);
-            EXPECT_TRUE(to.close());
         });
-        bool eof = true;
         EXPECT_EQ(gn_full_read(from.get(), got.data(), 10, &eof), 10U) << "waits for the second piece";
         EXPECT_FALSE(eof);
         EXPECT_EQ(gn_full_read(from.get(), got.data() + 10, sent.size(), &eof), sent.size() - 10);
         EXPECT_TRUE(eof);
         writer.join();
-        got.resize(sent.size());
-        EXPECT_TRUE(got == sent);
+        EXPECT_TRUE(got.starts_with(sent));
     }
     char byte = 0;
-    bool eof = true;
     EXPECT_EQ(gn_full_read(-1, &byte, 0, &eof), 0U) << "nothing to do is no error";
     const UniqueFd directory(open("/", O_RDONLY)), full(open("/dev/full", O_WRONLY));
     EXPECT_EQ(gn_full_read(directory.get(), &byte, 1, &eof), 0U);

@@ -7,31 +7,19 @@
 #include <cerrno>
 #include <fstream>
 #include <tuple>
-#include <vector>
 
 #include <fcntl.h>
 #include <grp.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include "tests/fuzz/words.h"
 #include "tests/unit/helpers.h"
 
 namespace {
 
-// A vector of arguments that ends with null.
-class Arguments {
-  public:
-    Arguments(std::initializer_list<std::string> texts) : texts_(texts) {
-        for (std::string& text : texts_) pointers_.push_back(text.data());
-        pointers_.push_back(nullptr);
-    }
-    [[nodiscard]] char* const* list() const { return pointers_.data(); }
-    [[nodiscard]] std::span<char* const> span() const { return {pointers_.data(), texts_.size()}; }
-
-  private:
-    std::vector<std::string> texts_;
-    std::vector<char*> pointers_;
-};
+using fuzz::Arguments;
+using fuzz::Words;
 
 std::string text_of(char* text) {
     std::string copy = text != nullptr ? text : "(null)";
@@ -59,11 +47,12 @@ class Spawn : public testing::Test {
     void TearDown() override { ASSERT_EQ(chdir("/"), 0); }
 
     // Runs a program; what it prints is kept. The status, or -1 with failure_.
-    int run(e_program program, const Arguments& arguments) {
+    int run(e_program program, const Words& words) {
+        const Arguments arguments(words);
         int ends[2];
         EXPECT_EQ(pipe2(ends, O_CLOEXEC), 0);
         const e_descriptor descriptors[] = {{ends[1], STDOUT_FILENO}};
-        program.arguments = arguments.list();
+        program.arguments = arguments.argv;
         if (program.descriptors.empty()) program.descriptors = descriptors;
         const pid_t child = e_spawn(program, &failure_);
         close(ends[1]);
@@ -103,21 +92,21 @@ TEST_F(Spawn, FindsProgramsInOddPaths) {
 }
 
 TEST_F(Spawn, RunsWhatItFindsAndTellsWhyNot) {
-    const Arguments odd{"PATH=plain:first:second:"}, here{"PATH="}, nothing{"PATH=first:plain"};
-    EXPECT_EQ(run({.environment = odd.list()}, {"tool"}), 7);
-    EXPECT_EQ(run({.environment = here.list()}, {"-tool", "a", "b c", ""}), 3);
-    EXPECT_EQ(run({.file = "-tool", .environment = here.list()}, {}), 0);
+    const Arguments odd({"PATH=plain:first:second:"}), here({"PATH="}), nothing({"PATH=first:plain"});
+    EXPECT_EQ(run({.environment = odd.argv}, {"tool"}), 7);
+    EXPECT_EQ(run({.environment = here.argv}, {"-tool", "a", "b c", ""}), 3);
+    EXPECT_EQ(run({.file = "-tool", .environment = here.argv}, {}), 0);
     EXPECT_EQ(run({}, {"sh", "-c", "kill -9 $$"}), 128 + 9);
     EXPECT_EQ(result_.signal, 9);
 
-    auto fails = [&](e_program program, const Arguments& arguments, e_step step, int error) {
-        EXPECT_EQ(run(program, arguments), -1);
+    auto fails = [&](e_program program, const Words& words, e_step step, int error) {
+        EXPECT_EQ(run(program, words), -1);
         EXPECT_EQ(failure_.step, step);
         EXPECT_EQ(failure_.error, error);
         EXPECT_EQ(waitpid(-1, nullptr, WNOHANG), -1) << "a child was left";
     };
-    fails({.environment = nothing.list()}, {"tool"}, e_step_program, EACCES);
-    fails({.environment = odd.list()}, {"nothing"}, e_step_program, ENOENT);
+    fails({.environment = nothing.argv}, {"tool"}, e_step_program, EACCES);
+    fails({.environment = odd.argv}, {"nothing"}, e_step_program, ENOENT);
     fails({}, {""}, e_step_program, ENOENT);
     fails({}, {}, e_step_start, EINVAL);
     fails({.root = "none"}, {"sh"}, e_step_root, geteuid() == 0 ? ENOENT : EPERM);
@@ -159,7 +148,7 @@ TEST_F(Spawn, GivesSignals) {
     sigaddset(&blocked, SIGWINCH);
     sigaddset(&defaults, SIGUSR2);
     sigprocmask(SIG_SETMASK, &blocked, nullptr);
-    const Arguments show{"sed", "-nE", "s/^Sig(Blk|Ign|Cgt).*0([0-9a-f]{8})$/\\1 \\2/p", "/proc/self/status"};
+    const Words show{"sed", "-nE", "s/^Sig(Blk|Ign|Cgt).*0([0-9a-f]{8})$/\\1 \\2/p", "/proc/self/status"};
     EXPECT_EQ(run({}, show), 0);
     EXPECT_EQ(output_, "Blk 08000000\nIgn 00010800\nCgt 00000000\n");
     EXPECT_EQ(run({.defaults = &defaults, .mask = &none}, show), 0);
@@ -171,39 +160,34 @@ TEST_F(Spawn, GivesSignals) {
     for (int changed : {SIGUSR1, SIGUSR2, SIGCHLD}) (void)signal(changed, SIG_DFL);
 }
 
-TEST(SpawnEnvironment, KeepsOrderAndLosesNothing) {
-    const Arguments texts{"B=2", "A=3", "odd", "=x", "B", "AA", "A="};
-    char* const* const text = texts.list();
+TEST(SpawnEnvironment, OwnsWhatItMakes) {
+    char given[] = "A=3", name[] = "B";
     e_environment environment;
-    auto shown = [&] {
-        std::string all;
-        for (char* const* at = e_env_list(&environment); *at != nullptr; at++) all += std::string(*at) + ' ';
-        return all;
-    };
-    for (size_t i : {0, 1, 2, 3}) ASSERT_TRUE(e_env_put(&environment, text[i]));
+    ASSERT_TRUE(e_env_put(&environment, given));
+    for (const char* value : {"2", "new=1"}) ASSERT_TRUE(e_env_set(&environment, name, value));
     ASSERT_TRUE(e_env_set(&environment, "AA", "long"));
-    ASSERT_TRUE(e_env_set(&environment, "B", "new=1"));
-    EXPECT_EQ(shown(), "B=new=1 A=3 odd =x AA=long ");
-    for (size_t i : {4, 5}) ASSERT_TRUE(e_env_unset(&environment, text[i]));
-    ASSERT_TRUE(e_env_set(&environment, "B", "again"));
-    ASSERT_TRUE(e_env_put(&environment, text[6]));
-    EXPECT_EQ(shown(), "A= odd =x B=again ");
-    EXPECT_STREQ(e_env_value(e_env_list(&environment), "A"), "");
-    EXPECT_EQ(e_env_value(e_env_list(&environment), "AA"), nullptr);
+    EXPECT_STREQ(e_env_value(e_env_list(&environment), name), "new=1");
+    ASSERT_TRUE(e_env_unset(&environment, name));
+    EXPECT_EQ(e_env_value(e_env_list(&environment), name), nullptr);
+    EXPECT_STREQ(e_env_list(&environment)[1], "AA=long");
     e_env_empty(&environment);
-    EXPECT_EQ(shown(), "");
+    EXPECT_EQ(*e_env_list(&environment), nullptr);
+}
+
+std::string escaped(const Words& words) {
+    const Arguments arguments(words);
+    return text_of(e_escape({arguments.argv, words.size()}));
 }
 
 TEST_F(Spawn, EscapedWordsComeOutOfAShellUnchanged) {
     std::string every;
     for (int byte = 1; byte < 256; byte++) every += static_cast<char>(byte);
-    const Arguments words{"printf",       "%s|",       "",    "'", "a'b''", "-n",
-                          "$HOME `x` \\", "plain/a.b", "A=1", "~", "#",     every};
-    const std::string text = text_of(e_escape(words.span()));
-    EXPECT_EQ(run({}, {"sh", "-c", text}), 0);
+    const Words words{"printf",       "%s|",       "",    "'", "a'b''", "-n",
+                      "$HOME `x` \\", "plain/a.b", "A=1", "~", "#",     every};
+    EXPECT_EQ(run({}, {"sh", "-c", escaped(words)}), 0);
     EXPECT_EQ(output_, "|'|a'b''|-n|$HOME `x` \\|plain/a.b|A=1|~|#|" + every + "|");
-    EXPECT_EQ(text_of(e_escape(Arguments{"if", "if"}.span())), "'if' if");
-    EXPECT_EQ(text_of(e_escape({})), "");
+    EXPECT_EQ(escaped({"if", "if"}), "'if' if");
+    EXPECT_EQ(escaped({}), "");
 }
 
 }  // namespace
