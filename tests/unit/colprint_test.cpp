@@ -4,13 +4,11 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdlib>
-#include <cstring>
-#include <string>
 #include <variant>
 #include <vector>
 
 #include "colprint/records.h"
+#include "tests/fuzz/words.h"
 
 namespace {
 
@@ -22,14 +20,7 @@ void ok(unsigned status) {
 }
 
 std::string print(const Table& table, unsigned parts = COLP_PRINT_ALLPARTS) {
-    char* text = nullptr;
-    size_t length = 0;
-    FILE* const stream = open_memstream(&text, &length);
-    ok(colp_print(table.get(), parts, stream));
-    fclose(stream);
-    std::string printed(text, length);
-    free(text);
-    return printed;
+    return fuzz::printed([&] { ok(colp_print(table.get(), parts, stdout)); });
 }
 
 struct Column {
@@ -80,17 +71,14 @@ Table make(unsigned style, const std::vector<Column>& columns, const std::vector
     colp_table* const t = table.get();
     ok(colp_setstyle(t, style));
     for (const Column& c : columns) {
-        ok(colp_begincolumn(t, c.type));
-        ok(colp_setcolumn_celljust(t, c.cells));
-        ok(colp_setcolumn_title(t, c.title));
-        ok(colp_setcolumn_suffix(t, c.suffix));
-        ok(colp_setcolumn_minwidth(t, c.width));
-        ok(colp_setcolumn_summarize(t, c.total));
-        ok(colp_setcolumn_titlejust(t, c.title_just));
-        ok(colp_setcolumn_justchar(t, c.character));
-        ok(colp_setcolumn_leadingzero(t, c.zeros));
-        ok(colp_setcolumn_hexcase(t, c.hex_case));
-        ok(colp_endcolumn(t));
+        for (const unsigned status :
+             {colp_begincolumn(t, c.type), colp_setcolumn_celljust(t, c.cells),
+              colp_setcolumn_title(t, c.title), colp_setcolumn_suffix(t, c.suffix),
+              colp_setcolumn_minwidth(t, c.width), colp_setcolumn_summarize(t, c.total),
+              colp_setcolumn_titlejust(t, c.title_just), colp_setcolumn_justchar(t, c.character),
+              colp_setcolumn_leadingzero(t, c.zeros), colp_setcolumn_hexcase(t, c.hex_case),
+              colp_endcolumn(t)})
+            ok(status);
     }
     ok(colp_endheader(t));
     fill(table, rows);
