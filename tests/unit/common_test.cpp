@@ -23,10 +23,12 @@
 #include "common/io.h"
 #include "common/own.h"
 #include "common/paths.h"
+#include "common/sizes.h"
 #include "common/text.h"
 #include "common/times.h"
 #include "lib/containers/vector.h"
 #include "platform/platform.h"
+#include "tests/fuzz/words.h"
 #include "tests/unit/helpers.h"
 
 namespace {
@@ -73,6 +75,31 @@ TEST(Common, Texts) {
     EXPECT_EQ(gn_hexcharval('G'), 0);
     EXPECT_EQ(gn_hexchar(16), '0');
     EXPECT_EQ(gn_hexchar(0x10f), 'f');
+}
+
+std::string parsed(const char* text, bool dd_units) {
+    CString copy(strdup(text));
+    constexpr uint64_t untouched = 4711;
+    uint64_t value = untouched;
+    if (gn_parse_size(copy.get(), &value, dd_units)) return std::to_string(value);
+    return value == untouched ? "bad" : "bad, but written";
+}
+
+std::string printed(int width, uint64_t size) {
+    return fuzz::printed([&] { gn_printsize(width, size); });
+}
+
+TEST(Common, Sizes) {
+    const std::array<const char*, 3> rows[] = {
+        {"", "0", "0"},        {"0x1F", "31", "31"},  {"2kb", "2000", "2000"}, {"7c", "bad", "7"},
+        {"3b", "bad", "1536"}, {"3bB", "bad", "bad"}, {"1x", "bad", "bad"}};
+    for (auto [text, value, with_dd_units] : rows) {
+        EXPECT_EQ(parsed(text, false), value) << text;
+        EXPECT_EQ(parsed(text, true), with_dd_units) << text;
+    }
+    EXPECT_EQ(printed(4, 1536) + printed(4, 10239999) + printed(4, 10240000), "   1k9999k   9M");
+    EXPECT_EQ(printed(1, UINT64_MAX) + printed(20, UINT64_MAX) + printed(0, 5),
+              "16383P   18014398509481983k??");
 }
 
 TEST(Common, WholeReadsAndWrites) {
@@ -131,9 +158,8 @@ TEST(Common, StreamsBlock) {
 }
 
 std::string printed(timespec time) {
-    testing::internal::CaptureStdout();
-    const int length = gn_print_timespec(stdout, &time, true);
-    const std::string text = testing::internal::GetCapturedStdout();
+    int length = 0;
+    const std::string text = fuzz::printed([&] { length = gn_print_timespec(stdout, &time, true); });
     EXPECT_EQ(static_cast<size_t>(length), text.size());
     return text;
 }

@@ -33,9 +33,14 @@ TEST(formatted, prints_as_the_c_library_does) {
     same("%s|%5s|%-5s|%.2s|%-*.*s|%*s|%s", "", "abc", "abc", "abc", 4, 1, "xyz", -4, "x", "abcdef");
     same("%.*s|%.0s|%3s", -1, "all", "none", "longer");
     same("%c%c%3c|%-3c|", '\0', 'a', 'b', 'c');
-    // The fuzzing target for seq compares the numbers.
-    same("%d %i %u %x %X %o %hhd|%04X", INT_MIN, INT_MAX, UINT_MAX, 0xabcdefU, 0xabcdefU, 0777U, 200, 0xfU);
-    same("%lld %llu %ld %zu %*llu|%*d", LLONG_MIN, ULLONG_MAX, LONG_MIN, size_t{0}, 20, 1ULL, -6, 1);
+    same("%d %i %u %x %X %o", INT_MIN, INT_MAX, UINT_MAX, 0xabcdefU, 0xabcdefU, 0777U);
+    same("%05d|%-5d|%5d|%02d|%04X|%-05d|%3u|%*d", -42, -42, -42, 7, 0xfU, 3, 12345U, -6, 1);
+    same("%lld %llu %ld %zu %llx %llo %*llu", LLONG_MIN, ULLONG_MAX, LONG_MIN, size_t{0}, ULLONG_MAX,
+         ULLONG_MAX, 20, 1ULL);
+    same("%+d|% d|%+ d|%'d|%#x|%#X|%#o|%#x|%#o|%+u", 1, 1, -1, 12345, 255U, 255U, 8U, 0U, 0U, 1U);
+    same("%8.3d|%-8.3d|%08.3d|%.0d|%.0d|%#.0o|%#.3o|%#08x|%#-8x|%+.3lld", -5, 5, 5, 0, 1, 0U, 8U, 10U, 10U,
+         7LL);
+    same("%hd|%hhd|%hu|%hhu|%hhx|%ho", 70000, 200, 70000U, 511U, 0x1ffU, 0x1ffffU);
     same(std::string("%99999999999d").c_str(), 1);
     const std::string large(5000, 'x');
     same("%s: %s: %s", large.c_str(), "middle", large.c_str());

@@ -76,6 +76,10 @@ class Spawn : public testing::Test {
 TEST_F(Spawn, FindsProgramsInOddPaths) {
     EXPECT_EQ(text_of(e_find("tool", "none:-tool/x:second//")), "second//tool");
     EXPECT_EQ(text_of(e_find("-tool", "none:")), "./-tool");
+    for (const auto& [name, error] : {std::pair{"tool", EACCES}, {"-tool/x", ENOTDIR}, {"", ENOENT}}) {
+        EXPECT_EQ(e_find(name, "plain:none"), nullptr);
+        EXPECT_EQ(errno, error) << name;
+    }
     // Paths at the limit of what the system takes, and beyond.
     for (size_t size : {PATH_MAX - 7, PATH_MAX - 6, PATH_MAX - 5, PATH_MAX - 1, PATH_MAX, 100000}) {
         const std::string path = std::string(size, '/') + ":second";
