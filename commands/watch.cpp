@@ -288,7 +288,8 @@ bool Watch::run_round() {
     for (;;) {
         if (!attend(signals_.wait(from.get(), -1))) break;
         pollfd event{from.get(), POLLIN, 0};
-        if (poll(&event, 1, 0) <= 0) continue;
+        const int ready = poll(&event, 1, 0);
+        if (ready == 0 || (ready < 0 && errno == EINTR)) continue;
         char buffer[8192];
         const ptrdiff_t got = read_some(from.get(), buffer, sizeof buffer);
         if (got <= 0) break;
