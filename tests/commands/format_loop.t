@@ -7,7 +7,7 @@ Needs: PATH=$PATH:/sbin:/usr/sbin; d=$(mktemp -d); truncate -s 1M $d/i && mkfs.e
   > mount -o loop,noatime,nodev,nodelalloc image m; touch m/kept; device=$(sed -n "s:.* $PWD/m .* - ext[0-9] \([^ ]*\) .*:\1:p" /proc/self/mountinfo)
   > state() { echo $? $(ls m) $(sed -n "s:^[^/]*/ $PWD/m \([^ ]*\) [^-]*- \(ext.\) $device \(.*\):mounted \1 \2 \3:p" /proc/self/mountinfo); }
   > { '"$1"'
-  > } 2>&1' | sed "s:$PWD/:PWD/:g; s:/dev/loop[0-9]*:DEVICE:g"; }
+  > } 2>&1' | sed "s:$PWD/:PWD/:g; s:/dev/loop[0-9]*:DEVICE:g; s:^-loop\([0-9]*\)/\1 :-loopN/N :"; }
 
 It asks, and only "yes" will do; the mount point and the options stay, whatever the device is called:
 
@@ -30,7 +30,7 @@ It asks, and only "yes" will do; the mount point and the options stay, whatever 
   format: PWD/m: mkfs.ext2
   format: PWD/m: mount
   0 lost+found mounted rw,nodev,noatime ext2 rw
-  -loop0/0 
+  -loopN/N 
   the label (no-eol)
   $ private 'echo yes | garnel format -v $PWD/m/. | tail -n 4; exec 3>m/open; touch m/kept; garnel format -y m; state; cd m; garnel format -y .; echo $?'
   format: PWD/m: everything on DEVICE (ext4) will be lost, it becomes ext4
