@@ -17,6 +17,7 @@
 #include <sys/sysmacros.h>
 #include <sys/times.h>
 #include <sys/uio.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 #include "platform/linux_statx.h"
@@ -206,13 +207,37 @@ int open_passage(int dir, const char* path, Links links) {
     return openat(dir, path, O_PATH | O_DIRECTORY | O_CLOEXEC | (links == Links::keep ? O_NOFOLLOW : 0));
 }
 
+namespace {
+
+// Waits until a child has let go of the memory, which the system tells by clearing the number. Sends the child on when
+// a terminal stopped it before.
+void get_memory_back(pid_t child, const pid_t* borrowed) {
+    while (__atomic_load_n(borrowed, __ATOMIC_ACQUIRE) != 0) {
+        constexpr int futex_wait = 0;  // FUTEX_WAIT of <linux/futex.h>
+        const timespec patience{0, 100'000'000};
+        if (syscall(SYS_futex, borrowed, futex_wait, 1, &patience, nullptr, 0) == 0) continue;
+        siginfo_t state{};
+        if (waitid(P_PID, static_cast<id_t>(child), &state, WEXITED | WSTOPPED | WNOHANG | WNOWAIT) != 0)
+            return;
+        if (state.si_pid == 0) continue;
+        if (state.si_code == CLD_EXITED || state.si_code == CLD_KILLED || state.si_code == CLD_DUMPED) return;
+        kill(child, SIGCONT);
+    }
+}
+
+}  // namespace
+
 int start_child(int (*run)(void*), void* argument) {
-    // vfork itself is a plain fork with some C libraries, and its child must not return from where it is called.
     constexpr size_t stack_size = size_t{1} << 16;
     auto* const stack = static_cast<char*>(malloc(stack_size));
     if (stack == nullptr) return -1;
-    const int child = clone(run, stack + stack_size, CLONE_VM | CLONE_VFORK | SIGCHLD, argument);
+    // As vfork, but for a child that is stopped while it borrows the memory: whoever waits for that in the system
+    // cannot be stopped, and a shell would wait for both.
+    pid_t borrowed = 1;
+    const int child = clone(run, stack + stack_size, CLONE_VM | CLONE_CHILD_CLEARTID | SIGCHLD, argument,
+                            nullptr, nullptr, &borrowed);
     const int error = errno;
+    if (child > 0) get_memory_back(child, &borrowed);
     free(stack);
     errno = error;
     return child;

@@ -68,8 +68,8 @@ enum class Links { follow, keep };
 
 // Starts a child that borrows the memory of this process, which stands still until the child has executed another
 // program or ended: nothing is copied, and what the child writes to variables stays. It ends with the status that run
-// returns. The caller keeps signal handlers from running meanwhile, as they would in both. Returns the child's process
-// id, or -1 with errno.
+// returns. The caller blocks all signals meanwhile: handlers would run in both. A child that a terminal stops before
+// that is sent on. Returns the child's process id, or -1 with errno.
 [[nodiscard]] int start_child(int (*run)(void*), void* argument);
 
 // Delivers the names in an open directory, in the system's order, from the first one on; in larger steps than

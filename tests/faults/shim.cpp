@@ -16,6 +16,7 @@
 // children nor a program that takes its place.
 
 #include <cerrno>
+#include <cstdarg>
 #include <cstddef>
 #include <cstdint>
 #include <cstdio>
@@ -430,8 +431,15 @@ pid_t fork() noexcept {
 
 int clone(int (*run)(void*), void* stack, int flags, void* argument, ...) noexcept {
     if (fails("fork")) return -1;
+    va_list more;
+    va_start(more, argument);
+    auto* const parent_id = va_arg(more, pid_t*);
+    void* const storage = va_arg(more, void*);
+    auto* const child_id = va_arg(more, pid_t*);
+    va_end(more);
     const Pause pause;
     using Clone = int (*)(int (*)(void*), void*, int, void*, ...);
-    return reinterpret_cast<Clone>(dlsym(RTLD_NEXT, "clone"))(run, stack, flags, argument);
+    return reinterpret_cast<Clone>(dlsym(RTLD_NEXT, "clone"))(run, stack, flags, argument, parent_id, storage,
+                                                              child_id);
 }
 }
