@@ -57,7 +57,7 @@ class Output {
     }
 
     /// Writes `count` bytes of a run of equal characters.
-    void repeat(const char (&run)[run_length + 1], uint64_t count) {
+    [[gnu::noinline]] void repeat(const char (&run)[run_length + 1], uint64_t count) {
         while (count != 0) {
             if (sizeof buffer_ - used_ < run_length) flush();
             memcpy(buffer_ + used_, run, run_length);  // in full, as a copy of fixed length is the cheapest
@@ -67,7 +67,7 @@ class Output {
         }
     }
 
-    void flush() {
+    [[gnu::noinline]] void flush() {
         if (used_ != 0) fwrite(buffer_, 1, used_, stream_);
         used_ = 0;
     }
@@ -191,8 +191,8 @@ void measure_cell(colp_column& column, const colp_cell& cell) {
 // Writing
 
 /// Writes a text within the column's width; a longer one overruns it.
-void print_justified(Output& out, uint32_t justification, std::string_view text, const colp_column& column,
-                     bool pad_right) {
+[[gnu::noinline]] void print_justified(Output& out, uint32_t justification, std::string_view text,
+                                       const colp_column& column, bool pad_right) {
     const uint64_t length = text.size();
     const uint64_t surplus = width_of(column) > length ? width_of(column) - length : 0;
     uint64_t before = 0;
@@ -270,27 +270,21 @@ bool format_number(const colp_table& table, const colp_column& column, uint64_t 
     return true;
 }
 
-/// Writes a cell, or the column's summary when the cell is null.
-void render(Output& out, const colp_table& table, const colp_column& column, const colp_cell* cell) {
-    const char* text = "";
-    size_t length = 0;
-    if (column.type == COLP_STRING) {
-        if (cell != nullptr) {
-            text = cell->text;
-            length = cell->text_length;
-        }
-    } else if (cell != nullptr || column.summarize != 0) {
-        if (!format_number(table, column, cell != nullptr ? cell->value : column.sum, length)) return;
-        text = table.work_buffer;
-    }
-
+/// Writes what a cell or a summary shows.
+inline void put_in_column(Output& out, const colp_table& table, const colp_column& column, const char* text,
+                          size_t length, bool ends_line) {
     const uint64_t width = width_of(column);
     if (table.style == COLP_STYLE_RAW || length >= width) return out.put(text, length);
-    const bool ends_line =
-        column.next == nullptr || (!table.fancy && cell != nullptr && cell->next == nullptr);
     if (column.cell_justification == COLP_JUST_LEFT)
         return out.put_padded(text, length, ends_line ? 0 : width - length);
     print_justified(out, column.cell_justification, {text, length}, column, !ends_line);
+}
+
+[[gnu::noinline]] void put_number(Output& out, const colp_table& table, const colp_column& column,
+                                  uint64_t value, bool ends_line) {
+    size_t length = 0;
+    if (!format_number(table, column, value, length)) return;
+    put_in_column(out, table, column, table.work_buffer, length, ends_line);
 }
 
 void print_titles(Output& out, const colp_table& table, std::string_view separator) {
@@ -328,7 +322,11 @@ void print_row(Output& out, const colp_table& table, const colp_row& row, std::s
             else
                 out.put(separator);
         }
-        render(out, table, *column, cell);
+        const bool ends_line = column->next == nullptr || (!table.fancy && cell->next == nullptr);
+        if (column->type == COLP_STRING)
+            put_in_column(out, table, *column, cell->text, cell->text_length, ends_line);
+        else
+            put_number(out, table, *column, cell->value, ends_line);
         column = column->next;
     }
     // The fancy styles draw the columns to the end of a short row.
@@ -344,7 +342,7 @@ void print_row(Output& out, const colp_table& table, const colp_row& row, std::s
 void print_summary(Output& out, const colp_table& table, std::string_view separator) {
     for (const colp_column* column = table.first_column; column != nullptr; column = column->next) {
         if (column->summarize != 0) {
-            render(out, table, *column, nullptr);
+            put_number(out, table, *column, column->sum, column->next == nullptr);
         } else {
             const char* replacement;
             switch (table.style) {

@@ -245,8 +245,13 @@ unsigned render_item(RowWriter& writer, const EntryDirectory& directory, const D
     Cells cells(writer.table);
     if (switches.long_format) add_long_columns(cells, writer, *status);
 
+    const char* shown = form == NameForm::operand ? directory.path : entry.name;
+    if (!shows_target && !switches.color && !switches.quote && !switches.indicator) {
+        cells.add(shown);
+        return cells.end();
+    }
     writer.name.clear();
-    append_colored(writer, status->mode, form == NameForm::operand ? directory.path : entry.name);
+    append_colored(writer, status->mode, shown);
     if (shows_target && status->size < longest_target) append_target(writer, directory, link, status->size);
     const std::optional<std::string_view> name = writer.name.text();
     if (!name) return COLP_ENOMEM;

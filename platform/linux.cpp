@@ -163,7 +163,6 @@ timespec to_timespec(const KernelTime& time) {
 }
 
 void to_stat(const KernelStatus& from, struct stat* status) {
-    *status = {};
     status->st_dev = makedev(from.device_major, from.device_minor);
     status->st_ino = from.inode;
     status->st_mode = from.mode;
