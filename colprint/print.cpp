@@ -275,6 +275,7 @@ inline void put_in_column(Output& out, const colp_table& table, const colp_colum
                           size_t length, bool ends_line) {
     const uint64_t width = width_of(column);
     if (table.style == COLP_STYLE_RAW || length >= width) return out.put(text, length);
+    // As nearly all texts of long listings are: not worth a call.
     if (column.cell_justification == COLP_JUST_LEFT)
         return out.put_padded(text, length, ends_line ? 0 : width - length);
     print_justified(out, column.cell_justification, {text, length}, column, !ends_line);

@@ -47,6 +47,7 @@ struct RowMemory {
         room -= needed;
         return result;
     }
+    /// Makes room for that many bytes. False when memory is short.
     [[nodiscard]] bool add_block(size_t least);
     /// Takes everything back. One block is kept, so that filling and emptying a table again and again needs
     /// no allocation as long as the rows fit in it.
